@@ -1,0 +1,46 @@
+#include "base/RunTimeFailure.h"
+
+namespace {
+
+QString customaryDescription(RunTimeFailure::Number number)
+{
+    switch (number) {
+    case RunTimeFailure::InvalidCall:
+        return QStringLiteral("Invalid procedure call or argument");
+    case RunTimeFailure::Overflow:
+        return QStringLiteral("Overflow");
+    case RunTimeFailure::SubscriptOutOfRange:
+        return QStringLiteral("Subscript out of range");
+    case RunTimeFailure::DivisionByZero:
+        return QStringLiteral("Division by zero");
+    case RunTimeFailure::TypeMismatch:
+        return QStringLiteral("Type mismatch");
+    case RunTimeFailure::FileNotFound:
+        return QStringLiteral("File not found");
+    case RunTimeFailure::DeviceIoError:
+        return QStringLiteral("Device I/O error");
+    case RunTimeFailure::DiskFull:
+        return QStringLiteral("Disk full");
+    case RunTimeFailure::PermissionDenied:
+        return QStringLiteral("Permission denied");
+    case RunTimeFailure::PathFileAccessError:
+        return QStringLiteral("Path/File access error");
+    case RunTimeFailure::PathNotFound:
+        return QStringLiteral("Path not found");
+    case RunTimeFailure::ObjectNotSet:
+        return QStringLiteral("Object variable not set");
+    case RunTimeFailure::CantCreateComponent:
+        return QStringLiteral("Component can't create object");
+    }
+    return QStringLiteral("Application-defined or object-defined error");
+}
+
+} // namespace
+
+RunTimeFailure::RunTimeFailure(Number number) : RunTimeFailure(number, customaryDescription(number)) {}
+
+RunTimeFailure::RunTimeFailure(int number, QString description)
+    : m_number(number),
+      m_description(std::move(description)),
+      m_what(QStringLiteral("Run-time error '%1': %2").arg(number).arg(m_description).toUtf8())
+{}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <exception>
+
+/// The one failure that travels through the program: a customary number and a description for people.
+/// Broken preconditions are assertions and never this.
+class RunTimeFailure : public std::exception
+{
+public:
+    enum Number {
+        InvalidCall = 5,
+        Overflow = 6,
+        SubscriptOutOfRange = 9,
+        DivisionByZero = 11,
+        TypeMismatch = 13,
+        FileNotFound = 53,
+        DeviceIoError = 57,
+        DiskFull = 61,
+        PermissionDenied = 70,
+        PathFileAccessError = 75,
+        PathNotFound = 76,
+        ObjectNotSet = 91,
+        CantCreateComponent = 429,
+    };
+
+    /// With the customary description of `number`.
+    explicit RunTimeFailure(Number number);
+    RunTimeFailure(int number, QString description);
+
+    int number() const { return m_number; }
+    const QString &description() const { return m_description; }
+    const char *what() const noexcept override { return m_what.constData(); }
+
+private:
+    int m_number;
+    QString m_description;
+    QByteArray m_what;
+};

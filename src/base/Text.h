@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// Text rules of the whole program. A blank is U+0020 and nothing else.
+
+/// The title of every message box that names no title of its own.
+inline const QString ProgramTitle = QStringLiteral("TONELIFT");
+/// The product's name and version as people read them.
+inline const QString ProductName = QStringLiteral("Tonelift");
+inline const QString ProductVersion = QStringLiteral("7.0");
+
+/// The separator of joined lists: track titles, track offsets.
+inline constexpr QChar ListSeparator = u'|';
+
+/// Without the blanks at both ends; other white space stays.
+QString trimBlanks(const QString &text);
+
+/// Without its NUL characters.
+QString withoutNul(QString text);
+
+/// The parts between separators; an empty text has none.
+QStringList splitText(const QString &text, const QString &separator);
+inline QStringList splitText(const QString &text, QChar separator)
+{
+    return splitText(text, QString(separator));
+}

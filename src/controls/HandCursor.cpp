@@ -1,0 +1,8 @@
+#include "controls/HandCursor.h"
+
+#include <QWidget>
+
+void SetHandCursor(QWidget *control)
+{
+    control->setCursor(Qt::PointingHandCursor);
+}

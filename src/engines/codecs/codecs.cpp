@@ -1,0 +1,1 @@
+#include "engines/codecs/Encoder.h"

@@ -1,0 +1,46 @@
+#include "platform/Form.h"
+
+#include <QEventLoop>
+#include <QWindow>
+
+Form::~Form() = default;
+
+void Form::showModal(QWidget *owner)
+{
+    const std::shared_ptr<Form> keep = weak_from_this().lock();
+    QWidget *window = widget();
+    window->setWindowModality(Qt::ApplicationModal);
+    if (owner) {
+        window->winId(); // makes the native window that can be owned
+        owner->window()->winId();
+        window->windowHandle()->setTransientParent(owner->window()->windowHandle());
+    }
+    window->show();
+    if (!m_unloaded) {
+        QEventLoop loop;
+        m_modalLoop = &loop;
+        loop.exec();
+    }
+    m_desktop.end.unwindIfEnding();
+}
+
+void Form::showModeless()
+{
+    widget()->show();
+    widget()->raise();
+    widget()->activateWindow();
+}
+
+void Form::unload()
+{
+    if (m_unloaded)
+        return;
+    const std::shared_ptr<Form> keep = weak_from_this().lock();
+    m_unloaded = true;
+    Form_Unload();
+    widget()->close();
+    if (m_modalLoop)
+        m_modalLoop->quit();
+    if (m_release)
+        std::exchange(m_release, {})();
+}
