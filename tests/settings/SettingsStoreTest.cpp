@@ -1,0 +1,138 @@
+#include "settings/SettingsStore.h"
+
+#include "base/SkipFailures.h"
+#include "controls/ReportListView.h"
+#include "settings/ListLook.h"
+#include "settings/SettingsKeys.h"
+#include "settings/WindowsVersion.h"
+#include "testkit/Printing.h"
+#include "testkit/TestDesktop.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace {
+
+class SettingsStoreTest : public ::testing::Test
+{
+protected:
+    void writeFile(const QByteArray &content) { system.write(QStringLiteral("settings.ini"), content); }
+    QByteArray content() const
+    {
+        QFile file(system.settingsFile());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    TestDesktop system;
+    SettingsStore store{system.paths};
+};
+
+TEST_F(SettingsStoreTest, anEmptyValueIsOneAndAMissingKeyIsNot)
+{
+    EXPECT_EQ(store.read(Ini::Timeout), QStringLiteral("30"));
+    writeFile("[PROXY]\ntimeout=\n");
+    EXPECT_EQ(store.read(Ini::Timeout), QString());
+}
+
+TEST_F(SettingsStoreTest, storingNothingDeletesTheKey)
+{
+    const IniKey folder = Ini::outputDirectory(store, QStringLiteral("MP3"));
+    store.write(folder, QStringLiteral("  /m\u00fcsic/ "));
+    EXPECT_EQ(store.read(folder), QStringLiteral("/m\u00fcsic/"));
+    store.write(folder, QStringLiteral("   "));
+    EXPECT_EQ(content(), "[Directories]\n");
+    EXPECT_EQ(store.read(folder), system.folder() + QStringLiteral("/mp3/"));
+}
+
+TEST_F(SettingsStoreTest, aValueIsCutAt2047CharactersAndLosesItsNulCharacters)
+{
+    EXPECT_NE(store.WriteIniValue(QStringLiteral("s"), QStringLiteral("k"), QString(3000, u'x'),
+                                  store.SettingsFilePath()),
+              0);
+    EXPECT_EQ(
+        store.ReadIniValue(QStringLiteral("s"), QStringLiteral("k"), QString(), store.SettingsFilePath()),
+        QString(2047, u'x'));
+    QString withNul = QStringLiteral(" a b ");
+    withNul[2] = QChar(u'\0');
+    store.WriteIniValue(QStringLiteral("s"), QStringLiteral("k"), withNul, store.SettingsFilePath());
+    EXPECT_EQ(content(), "[s]\nk=ab\n");
+}
+
+TEST_F(SettingsStoreTest, anEmptyKeyRemovesTheSectionAndAnEmptyFileNameMeansTheProgramsOwn)
+{
+    writeFile("[a]\nx=1\n[b]\ny=1\n");
+    store.WriteIniValue(QStringLiteral("a"), QString(), QStringLiteral("ignored"), store.SettingsFilePath());
+    EXPECT_EQ(content(), "[b]\ny=1\n");
+    store.WriteIniValue(QStringLiteral("a"), QStringLiteral("x"), QStringLiteral("5"), QString());
+    EXPECT_TRUE(QFile::exists(system.folder() + QStringLiteral("/tonelift.ini")));
+    EXPECT_EQ(store.ReadIniValue(QStringLiteral("A"), QStringLiteral("X"), QString(), QString()),
+              QStringLiteral("5"));
+}
+
+TEST_F(SettingsStoreTest, optionsAreYesUnlessTheTextSaysNo)
+{
+    for (const auto &[text, yes] : std::vector<std::pair<QByteArray, bool>>{
+             {"0", false}, {"False", false}, {"1", true}, {"abc", true}, {"", true}}) {
+        writeFile("[other]\nSaveID3=" + text + "\nOpen Explorer=" + text + "\ndownload freedb=" + text +
+                  "\n");
+        EXPECT_EQ(store.ReadSaveID3Option(), yes) << text.data();
+        EXPECT_EQ(store.ReadOpenExplorerOption(), yes) << text.data();
+        EXPECT_EQ(store.ReadDownloadFreeDBOption(), yes) << text.data();
+    }
+}
+
+TEST_F(SettingsStoreTest, theListIsReadBackAsItWasSavedAndBadTextsLeaveItAlone)
+{
+    ReportListView list;
+    LoadGridLines(store, list);
+    LoadListColorsAndFont(store, list);
+    EXPECT_TRUE(list.gridLines());
+    EXPECT_EQ(list.font().family(), QStringLiteral("arial"));
+    EXPECT_EQ(list.backColor(), 0xffffff);
+    writeFile(
+        "[Advanced]\nFontSize=8.25\nFontBold=1\nBackColor=255\nGridLines=no\nForeColor=red\nFontItalic=x\n"
+        "FontName=\n");
+    LoadGridLines(store, list);
+    LoadListColorsAndFont(store, list);
+    QFile::remove(system.settingsFile());
+    SaveListLook(store, list);
+    EXPECT_EQ(content(),
+              "[Advanced]\nGridLines=True\nBackColor=255\nForeColor=0\nFontBold=True\nFontItalic=False\n"
+              "FontName=arial\nFontSize=8.25\nFontStrikethrough=False\nFontUnderline=False\n");
+}
+
+TEST(WindowsVersion, theTwoNamesOfEachSystemDiffer)
+{
+    struct Row
+    {
+        int platform, major, minor;
+        const char *osName, *versionName;
+    };
+    const Row rows[] = {
+        {1, 4, 0, "Windows 95", "Windows 95"},
+        {1, 4, 3, "", "Windows 95"},
+        {1, 4, 10, "Windows 98", "Windows 98"},
+        {1, 4, 90, "Windows Mellinnium", "Windows Me"},
+        {1, 5, 0, "Windows 95", "Unknown"},
+        {2, 3, 51, "Windows NT 3.51", "Windows NT 3.51"},
+        {2, 4, 0, "Windows NT 4.0", "Windows NT 4"},
+        {2, 5, 0, "Windows 2000", "Windows 2000"},
+        {2, 5, 1, "Windows XP", "Windows XP"},
+        {2, 5, 2, "Windows XP", "Unknown"},
+        {2, 6, 1, "", "Windows Vista"},
+        {2, 10, 0, "", "Unknown"},
+        {0, 6, 0, "Failed", "Windows Vista"},
+        {3, 5, 1, "Failed", "Unknown"},
+    };
+    FakeSystemVersion system;
+    for (const Row &row : rows) {
+        system.record = {row.platform, row.major, row.minor, 0, {}};
+        EXPECT_EQ(GetOSName(system), QLatin1String(row.osName)) << row.platform << row.major << row.minor;
+        EXPECT_EQ(GetWindowsVersionName(system), QLatin1String(row.versionName)) << row.platform << row.major;
+    }
+    system.record.reset();
+    EXPECT_EQ(GetOSName(system), QString());
+    EXPECT_EQ(GetWindowsVersionName(system), system.name);
+}
+
+} // namespace
