@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 /// The FreeDB client: a bag of properties and two calls, each the whole exchange with the service. A call
 /// blocks for about `TimeOut` seconds at most, never calls back, and reports every failure as a status code.
@@ -15,6 +16,13 @@ public:
     enum QueryStatus { Found = 0, NotFound = 1 };
     enum SubmitStatus { Accepted = 0, Refused = 1 };
     enum FailureStatus { NoConnection = 2, OtherFailure = 3 }; ///< of both calls
+
+    /// The service's categories, in the order in which they are asked and shown.
+    inline static const QStringList Categories = {
+        QStringLiteral("blues"), QStringLiteral("classical"), QStringLiteral("country"),
+        QStringLiteral("data"),  QStringLiteral("folk"),      QStringLiteral("jazz"),
+        QStringLiteral("misc"),  QStringLiteral("newage"),    QStringLiteral("reggae"),
+        QStringLiteral("rock"),  QStringLiteral("soundtrack")};
 
     using QObject::QObject;
 
