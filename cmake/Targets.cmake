@@ -1,5 +1,6 @@
 # tonelift_library(<folder> [<what it knows>...]): the static library of one folder below src/, made of all
-# sources in that folder. A folder of the program is named by its path, everything else by its target.
+# sources in that folder and of the resource lists in the folder of the same name below resources/. A folder of the
+# program is named by its path, everything else by its target.
 function(tonelift_folder_targets out)
   set(targets)
   foreach(name IN LISTS ARGN)
@@ -12,7 +13,8 @@ function(tonelift_folder_targets out)
 endfunction()
 
 function(tonelift_library folder)
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h ${folder}/*.ui ${folder}/*.qrc)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h ${folder}/*.ui ${folder}/*.qrc
+    ${PROJECT_SOURCE_DIR}/resources/${folder}/*.qrc)
   if(NOT sources)
     return()
   endif()

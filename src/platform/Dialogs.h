@@ -21,6 +21,7 @@ struct MessageBox
     BoxIcon icon = BoxIcon::Information;
     BoxButtons buttons = BoxButtons::Ok;
     QString title = ProgramTitle;
+    std::optional<BoxAnswer> preset = {}; ///< what the Enter key answers; none: the first of the buttons
 };
 
 /// A box with a prompt and one line to type in.

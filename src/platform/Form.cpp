@@ -8,6 +8,9 @@ Form::~Form() = default;
 void Form::showModal(QWidget *owner)
 {
     const std::shared_ptr<Form> keep = weak_from_this().lock();
+    load();
+    if (m_unloaded)
+        return;
     QWidget *window = widget();
     window->setWindowModality(Qt::ApplicationModal);
     if (owner) {
@@ -26,9 +29,19 @@ void Form::showModal(QWidget *owner)
 
 void Form::showModeless()
 {
+    const std::shared_ptr<Form> keep = weak_from_this().lock();
+    load();
+    if (m_unloaded)
+        return;
     widget()->show();
     widget()->raise();
     widget()->activateWindow();
+}
+
+void Form::load()
+{
+    if (!std::exchange(m_loaded, true))
+        Form_Load();
 }
 
 void Form::unload()

@@ -40,6 +40,9 @@ protected:
     explicit Form(const Desktop &desktop) : m_desktop(desktop) {}
 
     virtual QWidget *widget() = 0;
+    /// What the form does once, just before it is first shown. Pending events may run in it, and the form may
+    /// be unloaded in it.
+    virtual void Form_Load() {}
     /// What the form does when it is unloaded, by whatever way.
     virtual void Form_Unload() {}
 
@@ -78,9 +81,12 @@ protected:
     }
 
 private:
+    void load();
+
     const Desktop m_desktop;
     std::function<void()> m_release;
     QPointer<QEventLoop> m_modalLoop;
+    bool m_loaded = false;
     bool m_unloaded = false;
 };
 

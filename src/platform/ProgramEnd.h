@@ -7,7 +7,7 @@
 struct ProgramEnding
 {};
 
-/// The program's end, brought about by a fatal failure. UI thread only.
+/// The program's end, brought about by a fatal failure or by a window's own wish. UI thread only.
 class ProgramEnd
 {
 public:

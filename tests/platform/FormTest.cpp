@@ -24,6 +24,11 @@ public:
     }
     ~PumpingForm() override { m_log.add(QStringLiteral("deleted")); }
 
+    void Form_Load() override
+    {
+        if (onLoad)
+            onLoad();
+    }
     void Form_Unload() override { m_log.add(QStringLiteral("unload")); }
 
 private:
@@ -31,6 +36,7 @@ private:
 
 public:
     QPushButton *button;
+    std::function<void()> onLoad;
 };
 
 class FormTest : public ::testing::Test
@@ -67,6 +73,24 @@ TEST_F(FormTest, aWindowExistsOnFirstUseAndAfreshAfterUnloading)
     deleteUnloaded();
     EXPECT_FALSE(first);
     EXPECT_NE(slot.form(), nullptr);
+}
+
+TEST_F(FormTest, aFormLoadsOnceAndOneThatIsUnloadedMeanwhileIsNeverShown)
+{
+    auto form = slot.form();
+    int loads = 0;
+    form->onLoad = [&] {
+        EXPECT_EQ(slot.form(), form); // asked for again meanwhile, it is the same one
+        ++loads;
+    };
+    form->showModeless();
+    form->showModeless();
+    EXPECT_EQ(loads, 1);
+    form->unload();
+    auto second = slot.form();
+    second->onLoad = [&] { second->unload(); };
+    second->showModal(nullptr);
+    EXPECT_FALSE(second->isVisible());
 }
 
 TEST_F(FormTest, aModalWindowReturnsWhenItIsUnloaded)

@@ -38,6 +38,7 @@ void ScriptedDialogs::expectWholeBox(const MessageBox &box, BoxAnswer answer, Me
     m_script.back().check = [box](const MessageBox &shown) {
         EXPECT_EQ(static_cast<int>(shown.icon), static_cast<int>(box.icon)) << box.text.toStdString();
         EXPECT_EQ(static_cast<int>(shown.buttons), static_cast<int>(box.buttons)) << box.text.toStdString();
+        EXPECT_TRUE(shown.preset == box.preset) << box.text.toStdString();
     };
 }
 

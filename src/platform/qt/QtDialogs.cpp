@@ -46,6 +46,21 @@ QMessageBox::StandardButtons qtButtons(BoxButtons buttons)
     return QMessageBox::Ok;
 }
 
+QMessageBox::StandardButton qtButton(BoxAnswer answer)
+{
+    switch (answer) {
+    case BoxAnswer::Ok:
+        return QMessageBox::Ok;
+    case BoxAnswer::Cancel:
+        return QMessageBox::Cancel;
+    case BoxAnswer::Yes:
+        return QMessageBox::Yes;
+    case BoxAnswer::No:
+        return QMessageBox::No;
+    }
+    return QMessageBox::NoButton;
+}
+
 /// A window that is not on screen can't own a dialog.
 QWidget *visibleOwner(QWidget *owner)
 {
@@ -59,6 +74,8 @@ BoxAnswer QtDialogs::messageBox(QWidget *owner, const MessageBox &box)
     QMessageBox dialog(qtIcon(box.icon), box.title, box.text, qtButtons(box.buttons), visibleOwner(owner));
     dialog.setTextFormat(Qt::PlainText);
     dialog.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (box.preset)
+        dialog.setDefaultButton(qtButton(*box.preset));
     const int answer = dialog.exec();
     m_end.unwindIfEnding();
     switch (answer) {
