@@ -5,6 +5,7 @@ class Clock;
 class Dialogs;
 class EventPump;
 class ProgramEnd;
+class Registry;
 class Shell;
 class SystemVersion;
 struct ProgramPaths;
@@ -21,4 +22,5 @@ struct Desktop
     const ProgramPaths &paths;
     ProgramEnd &end;
     Border &border;
+    const Registry &registry;
 };

@@ -7,7 +7,7 @@
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
-TestDesktop::TestDesktop() : m_desktop{dialogs, shell, pump, clock, version, paths, end, border}
+TestDesktop::TestDesktop() : m_desktop{dialogs, shell, pump, clock, version, paths, end, border, registry}
 {
     paths.ProgramFolder = paths.SettingsFolder = paths.ExecutableFolder =
         QDir::toNativeSeparators(m_folder.path());

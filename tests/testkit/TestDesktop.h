@@ -6,6 +6,7 @@
 #include "platform/EventPump.h"
 #include "platform/ProgramEnd.h"
 #include "platform/ProgramPaths.h"
+#include "platform/Registry.h"
 #include "platform/Shell.h"
 #include "platform/SystemVersion.h"
 #include "testkit/CallLog.h"
@@ -69,6 +70,19 @@ public:
     QString name = QStringLiteral("Test System 1");
 };
 
+/// Holds the values that a test puts into it, by "key\\name" below the local machine.
+class FakeRegistry : public Registry
+{
+public:
+    std::optional<RegistryValue> value(quint32 root, const QString &key, const QString &name) const override
+    {
+        const QString path = key + u'\\' + name;
+        return root == LocalMachine && values.contains(path) ? std::optional(values[path]) : std::nullopt;
+    }
+
+    QMap<QString, RegistryValue> values;
+};
+
 /// A Desktop of doubles over a program folder of its own, which goes with it.
 class TestDesktop
 {
@@ -90,6 +104,7 @@ public:
     FakeClock clock;
     FakeSystemVersion version;
     ProgramPaths paths;
+    FakeRegistry registry;
     /// Ending the program is written into the log: "end N".
     ProgramEnd end{[this](int code) { log.add(QStringLiteral("end %1").arg(code)); }};
     Border border{dialogs, end};

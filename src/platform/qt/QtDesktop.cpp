@@ -73,5 +73,5 @@ QtDesktop::QtDesktop(const ProgramPaths &paths)
       m_dialogs(m_end),
       m_pump(m_end),
       m_border(m_dialogs, m_end),
-      m_desktop{m_dialogs, m_shell, m_pump, m_clock, m_version, m_paths, m_end, m_border}
+      m_desktop{m_dialogs, m_shell, m_pump, m_clock, m_version, m_paths, m_end, m_border, m_registry}
 {}

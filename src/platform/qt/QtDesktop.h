@@ -6,6 +6,7 @@
 #include "platform/EventPump.h"
 #include "platform/ProgramEnd.h"
 #include "platform/ProgramPaths.h"
+#include "platform/Registry.h"
 #include "platform/Shell.h"
 #include "platform/SystemVersion.h"
 #include "platform/qt/QtDialogs.h"
@@ -44,6 +45,16 @@ public:
     QString systemName() const override;
 };
 
+/// The registry of a system that has none.
+class NoRegistry : public Registry
+{
+public:
+    std::optional<RegistryValue> value(quint32, const QString &, const QString &) const override
+    {
+        return std::nullopt;
+    }
+};
+
 /// The real parts of a Desktop, for a running QApplication.
 class QtDesktop
 {
@@ -61,5 +72,6 @@ private:
     QtClock m_clock;
     QtSystemVersion m_version;
     Border m_border;
+    NoRegistry m_registry;
     Desktop m_desktop;
 };
