@@ -12,6 +12,8 @@ struct PcmFormat
 {
     int rate = 44100; ///< hertz
     int channels = 2; ///< 1 or 2
+
+    bool operator==(const PcmFormat &) const = default;
 };
 
 /// Encodes one stream of PCM. It knows nothing of files and has no thread: the same samples give the same
@@ -36,7 +38,7 @@ public:
     virtual ~EncoderRecipe() = default;
 
     /// `input` is what `encode` will get; the encoder resamples and remixes where its output is another.
-    /// `output` must outlive the encoder.
+    /// `output` must outlive the encoder; the first bytes may go there at once.
     virtual std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output) const = 0;
 };
 

@@ -1,0 +1,79 @@
+#include "engines/codecs/PcmConverter.h"
+
+#include "engines/codecs/AvHandles.h"
+
+extern "C" {
+#include <libswresample/swresample.h>
+}
+
+#include <algorithm>
+
+namespace codecs {
+
+namespace {
+
+AVChannelLayout layoutOf(const PcmFormat &format)
+{
+    AVChannelLayout layout;
+    av_channel_layout_default(&layout, format.channels);
+    return layout;
+}
+
+} // namespace
+
+void PcmConverter::Free::operator()(SwrContext *context) const
+{
+    swr_free(&context);
+}
+
+PcmConverter::PcmConverter(const PcmFormat &input, const PcmFormat &output) : m_input(input), m_output(output)
+{
+    AVChannelLayout from = layoutOf(input);
+    AVChannelLayout to = layoutOf(output);
+    SwrContext *context = nullptr;
+    checkAv(swr_alloc_set_opts2(&context, &to, AV_SAMPLE_FMT_S16, output.rate, &from, AV_SAMPLE_FMT_S16,
+                                input.rate, 0, nullptr),
+            "Resampling");
+    m_context.reset(context);
+    av_opt_set(context, "resampler", "soxr", 0);
+    // One rounding at the very end; in 16 bits each step would round by itself.
+    av_opt_set_sample_fmt(context, "internal_sample_fmt", AV_SAMPLE_FMT_FLTP, 0);
+    // One row per output channel. The library's own choice would lower mono that goes to both channels.
+    const bool mixed = input.channels == 2 && output.channels == 1;
+    const bool same = input.channels == output.channels;
+    const double matrix[4] = {mixed ? 0.5 : 1.0, mixed ? 0.5 : same ? 0.0 : 1.0, 0.0, 1.0};
+    checkAv(swr_set_matrix(context, matrix, input.channels), "Resampling");
+    checkAv(swr_init(context), "Resampling");
+}
+
+std::span<const qint16> PcmConverter::convert(const qint16 *samples, int frames)
+{
+    m_framesIn += frames;
+    const int converted = pass(samples, frames);
+    m_framesOut += converted;
+    return {m_converted.data(),
+            static_cast<std::size_t>(converted) * static_cast<std::size_t>(m_output.channels)};
+}
+
+std::span<const qint16> PcmConverter::finish()
+{
+    const qint64 due = av_rescale(m_framesIn, m_output.rate, m_input.rate) - m_framesOut;
+    m_framesIn = m_framesOut = 0;
+    const int left = due > 0 ? pass(nullptr, 0) : 0;
+    // The library's own count differs by a frame now and then.
+    m_converted.resize(static_cast<std::size_t>(left) * static_cast<std::size_t>(m_output.channels));
+    m_converted.resize(static_cast<std::size_t>(std::max<qint64>(due, 0)) *
+                       static_cast<std::size_t>(m_output.channels));
+    return m_converted;
+}
+
+int PcmConverter::pass(const qint16 *samples, int frames)
+{
+    const int room = checkAv(swr_get_out_samples(m_context.get(), frames), "Resampling") + 1;
+    m_converted.resize(static_cast<std::size_t>(room) * static_cast<std::size_t>(m_output.channels));
+    auto *out = reinterpret_cast<std::uint8_t *>(m_converted.data());
+    const auto *in = reinterpret_cast<const std::uint8_t *>(samples);
+    return checkAv(swr_convert(m_context.get(), &out, room, samples ? &in : nullptr, frames), "Resampling");
+}
+
+} // namespace codecs

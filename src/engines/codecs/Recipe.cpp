@@ -1,0 +1,73 @@
+#include "engines/codecs/Recipe.h"
+
+#include "base/RunTimeFailure.h"
+#include "engines/codecs/BlockEncoder.h"
+#include "engines/codecs/PcmConverter.h"
+
+namespace codecs {
+
+namespace {
+
+class ConvertingEncoder final : public BlockEncoder
+{
+public:
+    ConvertingEncoder(const PcmFormat &input, const PcmFormat &wanted, std::unique_ptr<Encoder> encoder)
+        : BlockEncoder(input.channels, 4096),
+          m_channels(wanted.channels),
+          m_converter(input, wanted),
+          m_encoder(std::move(encoder))
+    {}
+
+private:
+    void encodeBlock(const qint16 *samples, int frames) override
+    {
+        pass(m_converter.convert(samples, frames));
+    }
+
+    void complete() override
+    {
+        pass(m_converter.finish());
+        m_encoder->finish();
+    }
+
+    void pass(std::span<const qint16> samples)
+    {
+        m_encoder->encode(samples.data(), static_cast<qsizetype>(samples.size()) / m_channels);
+    }
+
+    const int m_channels;
+    PcmConverter m_converter;
+    std::unique_ptr<Encoder> m_encoder;
+};
+
+class Recipe final : public EncoderRecipe
+{
+public:
+    Recipe(const PcmFormat &wanted, MakeEncoder make) : m_wanted(wanted), m_make(std::move(make)) {}
+
+    std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output) const override
+    {
+        auto encoder = m_make(output);
+        if (input == m_wanted)
+            return encoder;
+        return std::make_unique<ConvertingEncoder>(input, m_wanted, std::move(encoder));
+    }
+
+private:
+    const PcmFormat m_wanted;
+    const MakeEncoder m_make;
+};
+
+} // namespace
+
+std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make)
+{
+    return std::make_shared<Recipe>(wanted, std::move(make));
+}
+
+void refuse(const QString &description)
+{
+    throw RunTimeFailure(RunTimeFailure::InvalidCall, description);
+}
+
+} // namespace codecs

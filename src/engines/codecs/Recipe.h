@@ -1,0 +1,19 @@
+#pragma once
+
+#include "engines/codecs/Encoder.h"
+
+#include <functional>
+#include <memory>
+
+namespace codecs {
+
+using MakeEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &)>;
+
+/// A recipe for the encoders that `make` gives, which want PCM of the format `wanted`. Where the input is
+/// another, a converter stands before the encoder.
+std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make);
+
+/// Raises RunTimeFailure 5.
+[[noreturn]] void refuse(const QString &description);
+
+} // namespace codecs

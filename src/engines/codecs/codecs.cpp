@@ -1,1 +1,0 @@
-#include "engines/codecs/Encoder.h"
