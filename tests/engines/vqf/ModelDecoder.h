@@ -1,0 +1,63 @@
+#pragma once
+
+#include "engines/dsp/DecoderProbe.h"
+#include "engines/vqf/FrameTransform.h"
+#include "engines/vqf/Reconstruction.h"
+
+/// Plays frames as the format says, by our own code. Samples are in 16-bit units, left and right; sample 0 is
+/// the first one that a decoder gives, and there is none before it.
+class ModelDecoder
+{
+public:
+    using Samples = std::array<std::vector<double>, 2>;
+
+    static Samples decode(const std::vector<vqf::Frame> &frames)
+    {
+        using namespace vqf;
+        SpectrumDecoder decoder(*measuredTables());
+        FrameTransform<double> transform;
+        // Two frames of run-in come before the first sample.
+        constexpr int RunIn = 2 * FrameSize;
+        Samples samples;
+        samples.fill(std::vector<double>(FrameSize * (frames.size() + 1)));
+        for (std::size_t k = 0; k < frames.size(); ++k) {
+            WindowShape shape = WindowShapes[frames[k].window];
+            if (k + 1 < frames.size())
+                shape.rightSlope = WindowShapes[frames[k + 1].window].leftSlope;
+            const auto spectra = decoder.decode(frames[k]);
+            const auto start =
+                static_cast<std::size_t>(regionStart(static_cast<long long>(k)) + RunIn - FrameSize / 2);
+            for (int c = 0; c < Channels; ++c) {
+                const std::vector<double> spectrum(spectra[c].begin(), spectra[c].end());
+                transform.synthesize(shape, spectrum.data(), samples[c].data() + start);
+            }
+        }
+        for (auto &channel : samples) {
+            channel.erase(channel.begin(), channel.begin() + RunIn);
+            channel.resize(FrameSize * (frames.size() - 2)); // the last frame lacks its successor's share
+        }
+        for (std::size_t n = 0; n < samples[0].size(); ++n) {
+            const double mid = samples[0][n], side = samples[1][n];
+            samples[0][n] = mid + side;
+            samples[1][n] = mid - side;
+        }
+        return samples;
+    }
+};
+
+/// The same by the system's decoder.
+inline ModelDecoder::Samples decodeBySystem(const std::vector<vqf::Frame> &frames)
+{
+    dsp::ProbedStream stream;
+    stream.codec = "twinvq";
+    stream.extradata = {0, 0, 0, 1, 0, 0, 0, 96, 0, 0, 0, 44};
+    dsp::DecoderProbe probe(stream);
+    ModelDecoder::Samples samples;
+    for (const vqf::Frame &frame : frames) {
+        const auto decoded = probe.decode(vqf::packetOf(frame));
+        for (std::size_t c = 0; c < decoded.size(); ++c)
+            for (const float sample : decoded[c])
+                samples[c].push_back(sample * 32768.0);
+    }
+    return samples;
+}
