@@ -30,6 +30,22 @@ std::vector<qint16> music(int rate, int channels, qsizetype frames)
     return samples;
 }
 
+std::vector<qint16> chord(int rate, int channels, qsizetype frames)
+{
+    std::vector<qint16> samples;
+    samples.reserve(static_cast<std::size_t>(frames * channels));
+    for (qsizetype i = 0; i < frames; ++i) {
+        double value = 0;
+        for (const double tone : {220.0, 523.25, 1318.51})
+            value += 8000 * std::sin(2 * std::numbers::pi * tone * double(i) / rate);
+        // The ends fade, since an abrupt one has overtones that a lower rate can't hold.
+        const double fade = std::min({1.0, double(i) / rate * 20, double(frames - 1 - i) / rate * 20});
+        samples.insert(samples.end(), static_cast<std::size_t>(channels),
+                       static_cast<qint16>(std::lrint(value * fade)));
+    }
+    return samples;
+}
+
 double signalToNoise(const std::vector<qint16> &sound, const std::vector<qint16> &other)
 {
     double signal = 1e-9;
