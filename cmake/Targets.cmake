@@ -22,6 +22,8 @@ function(tonelift_library folder)
   tonelift_folder_targets(uses ${ARGN})
   add_library(${target} STATIC ${sources})
   target_link_libraries(${target} PUBLIC tonelift_options ${uses})
+  # A window's class holds its form, so whoever opens the window needs the header made of the form.
+  target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/include)
 endfunction()
 
 # tonelift_test(<folder> [<what it links>...]): one test program of all sources in tests/<folder>; each of its

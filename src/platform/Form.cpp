@@ -1,6 +1,8 @@
 #include "platform/Form.h"
 
 #include <QEventLoop>
+#include <QScreen>
+#include <QStyle>
 #include <QWindow>
 
 Form::~Form() = default;
@@ -42,6 +44,14 @@ void Form::load()
 {
     if (!std::exchange(m_loaded, true))
         Form_Load();
+}
+
+void Form::centerOnScreen()
+{
+    QWidget *window = widget();
+    const QRect screen = window->screen()->availableGeometry();
+    const QSize size = window->size().expandedTo(window->sizeHint()).boundedTo(screen.size());
+    window->setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, screen));
 }
 
 void Form::unload()

@@ -48,6 +48,9 @@ protected:
 
     const Desktop &desktop() const { return m_desktop; }
 
+    /// Puts the window's middle on the screen's.
+    void centerOnScreen();
+
     /// The one way to attach a handler to a signal: failures stop at the border, the form outlives the run. A
     /// handler takes all of the signal's arguments or none.
     template <typename Sender, typename Signal, typename Handler>

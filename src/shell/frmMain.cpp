@@ -1,0 +1,130 @@
+#include "shell/frmMain.h"
+
+#include "base/Numbers.h"
+#include "base/SkipFailures.h"
+#include "base/Text.h"
+#include "controls/ClockPanel.h"
+#include "controls/HandCursor.h"
+#include "platform/Dialogs.h"
+#include "rip/frmExtract.h"
+#include "settings/WindowsVersion.h"
+#include "shell/Commands.h"
+
+#include <QHeaderView>
+
+frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
+    : FormOf(desktop),
+      m_parts(std::move(parts)),
+      m_settings(desktop.paths),
+      m_tracks((setupUi(this), *lvwTracks)),
+      m_watch(
+          *m_parts.CDRipperX1, m_discInfo, desktop.dialogs, this,
+          {*cboDevices, *cboSpeeds, *lvwTracks, Timer1}, [this] { return m_sExtension; },
+          [this] { OfferDiscLookup(); }),
+      rdFormat{rdFormat_0, rdFormat_1, rdFormat_2, rdFormat_3, rdFormat_4},
+      m_frmExtract([this] {
+          return makeForm<frmExtract>(this->desktop(),
+                                      frmExtract::Parts{*this, m_discInfo, m_settings, *m_parts.AInfo},
+                                      m_parts.makeVEnc());
+      })
+{
+    chkAll2 = new TickBox(lvwTracks->header());
+    chkAll2->setObjectName(QStringLiteral("chkAll2"));
+    chkAll2->setAccessibleName(QStringLiteral("Check/Uncheck All"));
+    placeHeaderBox();
+    addStatusPanels();
+    Timer1.setObjectName(QStringLiteral("Timer1"));
+    Timer1.setParent(this);
+    Timer1.setInterval(200);
+    makeCommands();
+    attachHandlers();
+    Timer1.start();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::placeHeaderBox()
+{
+    const QFontMetrics metrics = fontMetrics();
+    const int character = metrics.averageCharWidth();
+    QHeaderView *header = lvwTracks->header();
+    header->setMinimumSectionSize(chkAll2->sizeHint().width() + character);
+    const int widths[] = {0, 6, 44, 13, 13, 12, 10}; // in characters; the first column holds the box alone
+    for (int column = 0; column < lvwTracks->columnCount(); ++column)
+        header->resizeSection(column, std::max(header->minimumSectionSize(), widths[column] * character));
+    const QSize box = chkAll2->sizeHint();
+    chkAll2->setGeometry(
+        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, box,
+                            QRect(0, 0, header->sectionSize(0), header->sizeHint().height())));
+}
+
+void frmMain::addStatusPanels()
+{
+    const auto panel = [this](QLabel *label, int index, int stretch) {
+        label->setObjectName(QStringLiteral("StatusBar1_%1").arg(index));
+        StatusBar1->addWidget(label, stretch);
+    };
+    panel(new QLabel(QStringLiteral("Tonelift - Convert CD to MP3, WAV, WMA, VQF, OGG Vorbis")), 1, 0);
+    panel(new QLabel, 2, 1);
+    panel(new ClockPanel(ClockPanel::Time), 3, 0);
+    panel(new ClockPanel(ClockPanel::Date), 4, 0);
+}
+
+void frmMain::attachHandlers()
+{
+    attach(&Timer1, &QTimer::timeout, [this] { m_watch.Timer1_Timer(); });
+    attachClick(cboDevices, [this] { m_watch.cboDevices_Click(); });
+    attachClick(cboSpeeds, [this] { m_watch.cboSpeeds_Click(); });
+    attachClick(chkAll, [this] { checkBoxes_Click(*chkAll, *chkAll2); });
+    attachClick(chkAll2, [this] { checkBoxes_Click(*chkAll2, *chkAll); });
+    for (int index = 0; index < static_cast<int>(rdFormat.size()); ++index)
+        attachClick(rdFormat[static_cast<std::size_t>(index)], [this, index] { rdFormat_Click(index); });
+    attach(lvwTracks, &ReportListView::listDoubleClicked, [this] { lvwTracks_DblClick(); });
+    attach(cmdFolder, &QPushButton::clicked, [this] { cmdFolder_Click(); });
+    attach(cmdIE, &QPushButton::clicked, [this] { cmdIE_Click(); });
+    attach(cmdStartRipping, &QPushButton::clicked, [this] { StartRipping(); });
+}
+
+void frmMain::Form_Load()
+{
+    const SkipFailures skip;
+    skip([&] { m_discInfo = DiscInfo(); });
+    skip([&] { m_sExtension = QStringLiteral(".mp3"); });
+    skip([&] { setWindowTitle(ProductName + QStringLiteral(" - Version ") + ProductVersion); });
+    qint16 drives = 0;
+    skip([&] { drives = m_parts.CDRipperX1->DriveCount(); });
+    for (qint16 drive = 0; drive < drives; ++drive) {
+        skip([&] {
+            const CDRipperX &engine = *m_parts.CDRipperX1;
+            cboDevices->addEntry(engine.DriveAddress(drive) + QStringLiteral(": ") +
+                                 engine.DriveMaker(drive) + u' ' + engine.DriveModel(drive));
+        });
+    }
+    if (drives > 0)
+        skip([&] { cboDevices->setListIndex(0); });
+    skip([&] { LoadMainSettings(); });
+    skip([&] { Starting = true; });
+    skip([&] { WindowsVersionName = GetWindowsVersionName(desktop().systemVersion); });
+    const bool isVista =
+        skip.condition([&] { return WindowsVersionName.indexOf(QStringLiteral("Vista")) >= 5; });
+    if (!isVista)
+        skip([&] { control<QAction>(QStringLiteral("mnuHelpSub_2"))->setVisible(false); });
+    else if (!IKnowVistaNotice)
+        skip([&] { showVistaNotice(); });
+    skip([&] { Starting = false; });
+    skip([&] { m_iEditIndex = 1; });
+    for (QWidget *control :
+         std::initializer_list<QWidget *>{chkAll2, chkAll, cmdFolder, cmdIE, cmdStartRipping})
+        skip([&] { SetHandCursor(control); });
+}
+
+void frmMain::askToClose()
+{
+    const BoxAnswer answer =
+        desktop().dialogs.messageBox(this, {.text = QStringLiteral("Are you sure to close this program?"),
+                                            .icon = BoxIcon::Question,
+                                            .buttons = BoxButtons::YesNo,
+                                            .title = QStringLiteral("Close the program")});
+    if (answer == BoxAnswer::Yes)
+        unload();
+}

@@ -1,0 +1,30 @@
+#include "disc/RipFormat.h"
+#include "platform/Dialogs.h"
+#include "rip/frmExtract.h"
+#include "settings/Folders.h"
+#include "shell/frmMain.h"
+
+void frmMain::StartRipping()
+{
+    const QString repeated = m_tracks.FindRepeatedNames();
+    if (!repeated.isEmpty()) {
+        desktop().dialogs.messageBox(
+            this, {.text = QStringLiteral("The following file name(s) are repeated in the list, \n"
+                                          "please change them before continue!\n") +
+                           repeated,
+                   .icon = BoxIcon::Critical});
+        return;
+    }
+    if (!m_tracks.AnyTrackChecked()) {
+        desktop().dialogs.messageBox(
+            this, {.text = QStringLiteral("Please check some tracks from the list to extract!")});
+        return;
+    }
+    Timer1.stop();
+    const int index = selectedFormat();
+    SelectEncoder(index); // a click may never have done so
+    CreateDirectoryPath(desktop().dialogs, this, txtOutputDirectory->text());
+    m_frmExtract.form()->ShowExtract(*m_parts.CDRipperX1, RipFormats[static_cast<std::size_t>(index)].encType,
+                                     this);
+    Timer1.start();
+}

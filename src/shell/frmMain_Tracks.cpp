@@ -1,0 +1,108 @@
+// Formats, names and folders of what will be ripped.
+#include "base/Text.h"
+#include "disc/RipFormat.h"
+#include "platform/Dialogs.h"
+#include "platform/Shell.h"
+#include "settings/Folders.h"
+#include "settings/Paths.h"
+#include "shell/frmMain.h"
+
+namespace {
+
+/// 15 twips make a pixel at 96 to the inch.
+constexpr int pixels(int twips)
+{
+    return twips / 15;
+}
+
+} // namespace
+
+int frmMain::selectedFormat() const
+{
+    for (std::size_t index = 0; index < rdFormat.size(); ++index) {
+        if (rdFormat[index]->isSelected())
+            return static_cast<int>(index);
+    }
+    return 0;
+}
+
+void frmMain::SelectEncoder(int Index)
+{
+    const RipFormat &format = RipFormats.at(static_cast<std::size_t>(Index));
+    CDRipperX &engine = *m_parts.CDRipperX1;
+    QObject *const inner[] = {m_parts.MP3EncoderX1->innerObject(), nullptr,
+                              m_parts.WMAEncoderX1->innerObject(), nullptr,
+                              m_parts.VorbisEncoderX1->innerObject()};
+    m_objEncoder = inner[Index];
+    if (format.usesEncoder)
+        engine.SetEncoder(m_objEncoder);
+    engine.setUseEncoder(format.usesEncoder);
+    m_sExtension = format.extension;
+}
+
+void frmMain::rdFormat_Click(int Index)
+{
+    SelectEncoder(Index);
+    m_tracks.RefreshTrackExtensions(m_sExtension);
+    txtOutputDirectory->setText(m_sFolder[static_cast<std::size_t>(Index)]);
+}
+
+void frmMain::UpdateFileNamesWithTitles()
+{
+    m_tracks.UpdateFileNamesWithTitles(m_discInfo.TrackTitles, m_sExtension);
+}
+
+/// The other box's own click runs by that; the result is the same.
+void frmMain::checkBoxes_Click(const TickBox &clicked, TickBox &other)
+{
+    other.setTicked(clicked.isTicked());
+    m_tracks.checkAll(clicked.isTicked());
+}
+
+void frmMain::lvwTracks_DblClick()
+{
+    if (m_tracks.count() > 0)
+        renameTrack();
+}
+
+void frmMain::renameTrack()
+{
+    const int row = lvwTracks->selectedRow();
+    if (row == 0) {
+        desktop().dialogs.messageBox(
+            this,
+            {.text = QStringLiteral("Please highlight the item that you want to edit the track's name!")});
+        return;
+    }
+    m_iEditIndex = static_cast<qint16>(row);
+    const QString oldName = m_tracks.fileName(row);
+    const QPoint list = lvwTracks->mapTo(this, QPoint(lvwTracks->columnLeft(SaveAsColumn), 0));
+    const QString answer = desktop().dialogs.inputBox(
+        this,
+        {.prompt = QStringLiteral("Old tracks name is: \n%1\n\nPlease enter new tracks name: ").arg(oldName),
+         .title = QStringLiteral("Rename tracks"),
+         .text = oldName,
+         .position = frameGeometry().topLeft() + list + QPoint(pixels(600), pixels(1200))});
+    const QString name = MakeSafeFileName(answer);
+    if (!trimBlanks(name).isEmpty())
+        m_tracks.setFileName(m_iEditIndex, name);
+}
+
+QString frmMain::outputDirectory() const
+{
+    return txtOutputDirectory->text();
+}
+
+void frmMain::cmdFolder_Click()
+{
+    const QString folder = BrowseForFolder(desktop().dialogs, this);
+    if (!folder.isEmpty())
+        txtOutputDirectory->setText(withClosingSeparator(folder));
+    CreateDirectoryPath(desktop().dialogs, this, txtOutputDirectory->text());
+}
+
+void frmMain::cmdIE_Click()
+{
+    CreateDirectoryPath(desktop().dialogs, this, txtOutputDirectory->text());
+    desktop().shell.explore(txtOutputDirectory->text());
+}
