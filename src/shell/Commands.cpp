@@ -26,8 +26,8 @@ Command separator()
 const std::vector<Command> &mnuFileSub()
 {
     static const std::vector<Command> entries = {
-        entry("&Check All Tracks", "check-all"),
-        entry("&Uncheck All Tracks", "uncheck-all"),
+        entry("&Check All Tracks", "checkall"),
+        entry("&Uncheck All Tracks", "uncheckall"),
         entry("&Start Ripping", "extract"),
         entry("&Edit Track's File Name", "", "Ctrl+E"),
         separator(),
