@@ -12,6 +12,12 @@
 
 #include <QHeaderView>
 
+/// The drawings lie in a static library, which has to be asked for them.
+static void loadIcons()
+{
+    Q_INIT_RESOURCE(icons);
+}
+
 frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
     : FormOf(desktop),
       m_parts(std::move(parts)),
@@ -28,6 +34,7 @@ frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
                                       m_parts.makeVEnc());
       })
 {
+    loadIcons();
     chkAll2 = new TickBox(lvwTracks->header());
     chkAll2->setObjectName(QStringLiteral("chkAll2"));
     chkAll2->setAccessibleName(QStringLiteral("Check/Uncheck All"));
