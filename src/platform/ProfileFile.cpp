@@ -139,17 +139,19 @@ QByteArray readAll(const QString &path, bool *ok)
     return *ok && isPlainFile ? file.readAll() : QByteArray();
 }
 
-/// Read, change and replace under the lock. `edit` gives false where there is nothing to change.
+/// Read, change and replace under the lock; a file that stays the same isn't touched. `edit` gives false where
+/// there is nothing to change.
 bool change(const QString &path, const std::function<bool(Profile &)> &edit)
 {
     QLockFile lock(path + QStringLiteral(".lock"));
     if (!lock.tryLock(LockPatience))
         return false;
     bool readable = false;
-    Profile profile(readAll(path, &readable));
+    const QByteArray before = readAll(path, &readable);
+    Profile profile(before);
     if (!readable)
         return false;
-    if (!edit(profile))
+    if (!edit(profile) || profile.content() == before)
         return true;
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(profile.content()) >= 0 && file.commit();
