@@ -109,10 +109,12 @@ void ReportListView::mouseDoubleClickEvent(QMouseEvent *event)
 /// What the mouse does with a click the keyboard does too: Return stands for the double click.
 void ReportListView::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        Q_EMIT returnPressed();
         Q_EMIT listDoubleClicked();
-    else
+    } else {
         QTreeWidget::keyPressEvent(event);
+    }
 }
 
 void ReportListView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,

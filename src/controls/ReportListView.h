@@ -50,7 +50,10 @@ public:
 Q_SIGNALS:
     /// A click on the list, on a row or beside the rows.
     void listClicked();
+    /// A double click, or the key that stands for it.
     void listDoubleClicked();
+    /// That key alone, for lists where a single click does the same.
+    void returnPressed();
 
 protected:
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -1,0 +1,62 @@
+#include "metadata/TrackTitles.h"
+
+#include "base/Text.h"
+#include "controls/ReportListView.h"
+#include "metadata/TrackListHost.h"
+#include "platform/Dialogs.h"
+
+#include <QHeaderView>
+
+namespace {
+
+constexpr int TitleColumn = 1;
+
+} // namespace
+
+QString StripAudioExtension(const QString &name)
+{
+    static const QStringList extensions{QStringLiteral(".wav"), QStringLiteral(".mp3"),
+                                        QStringLiteral(".wma"), QStringLiteral(".ogg"),
+                                        QStringLiteral(".vqf")};
+    const QString trimmed = trimBlanks(name);
+    return extensions.contains(trimmed.right(4).toLower()) ? trimmed.chopped(4) : trimmed;
+}
+
+void layOutTitleColumns(ReportListView &list)
+{
+    list.header()->setStretchLastSection(true);
+    list.header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+}
+
+void addTitleRows(ReportListView &list, const TrackListHost &host, const QString &joinedTitles)
+{
+    const QStringList titles =
+        trimBlanks(joinedTitles).isEmpty() ? QStringList() : splitText(joinedTitles, ListSeparator);
+    for (int row = 1; row <= host.trackRowCount(); ++row) {
+        const QString title =
+            row <= titles.size() ? titles[row - 1] : StripAudioExtension(host.trackFileName(row));
+        list.addRow({QString::number(row), title});
+    }
+}
+
+void askForTitle(ReportListView &list, Dialogs &dialogs, QWidget *owner)
+{
+    const int row = list.selectedRow();
+    if (row == 0)
+        return;
+    const QString answer = trimBlanks(
+        dialogs.inputBox(owner, {.prompt = QStringLiteral("Please enter the title of tracks %1:").arg(row),
+                                 .title = QStringLiteral("enter title of tracks %1").arg(row),
+                                 .text = list.text(row, TitleColumn),
+                                 .position = {}}));
+    if (!answer.isEmpty())
+        list.setText(row, TitleColumn, answer);
+}
+
+QString joinedTitles(const ReportListView &list)
+{
+    QStringList titles;
+    for (int row = 1; row <= list.rowCount(); ++row)
+        titles += list.text(row, TitleColumn);
+    return titles.join(ListSeparator);
+}
