@@ -1,6 +1,5 @@
-#include "engines/cdrom/CdEngine.h"
-
 #include "base/RunTimeFailure.h"
+#include "engines/cdrom/CdEngineJob.h"
 #include "engines/cdrom/ImageDrive.h"
 
 using namespace cdrom;
@@ -8,6 +7,7 @@ using namespace cdrom;
 namespace {
 
 constexpr std::chrono::milliseconds FirstLook{150};
+constexpr std::chrono::milliseconds Heartbeat{200};
 
 CdEngine::Drives allDrives(const QString &discsFolder)
 {
@@ -22,9 +22,14 @@ CdEngine::CdEngine(Drives drives, QObject *parent) : CDRipperX(parent)
 {
     for (std::shared_ptr<Drive> &drive : drives)
         m_drives.push_back({std::move(drive), nullptr});
+    m_heart.setInterval(Heartbeat);
+    connect(&m_heart, &QTimer::timeout, this, &CdEngine::beat);
 }
 
-CdEngine::~CdEngine() = default;
+CdEngine::~CdEngine()
+{
+    dropJob();
+}
 
 qint16 CdEngine::DriveCount() const
 {
@@ -170,16 +175,3 @@ void CdEngine::PlayTrack(qint16) {}
 void CdEngine::PausePlay() {}
 void CdEngine::ResumePlay() {}
 void CdEngine::StopPlay() {}
-
-void CdEngine::setUseEncoder(bool) {}
-void CdEngine::SetEncoder(QObject *) {}
-bool CdEngine::AddTrack(qint16, const QString &, qint32)
-{
-    return false;
-}
-void CdEngine::ClearTracks() {}
-bool CdEngine::StartExtraction()
-{
-    return false;
-}
-void CdEngine::CancelExtraction() {}

@@ -2,7 +2,10 @@
 
 #include "components/CDRipperX.h"
 #include "engines/cdrom/DriveWatcher.h"
+#include "engines/cdrom/Extraction.h"
 
+#include <QPointer>
+#include <QTimer>
 #include <memory>
 #include <vector>
 
@@ -11,6 +14,8 @@
 ///
 /// A disc that wasn't there for the last `DiscReady`, or is another than then, is first announced by one
 /// `NoDisc` of `DriveStatus`; so whoever reads discs when they come back misses none.
+///
+/// A rip of which nobody hears any more, all signals being disconnected, ends by itself.
 class CdEngine : public CDRipperX
 {
     Q_OBJECT
@@ -61,6 +66,18 @@ private:
         std::unique_ptr<cdrom::DriveWatcher> watcher;
     };
 
+    /// A rip that runs, and what of its events is still to be told.
+    struct Job;
+    class Inbox;
+
+    void deliver();
+    void tell(const cdrom::ExtractionEvent &event);
+    void tellEnd();
+    void beat();
+    bool isHeard() const;
+    /// Forgets the job; its threads end by themselves.
+    void dropJob();
+
     cdrom::DriveTexts texts(qint16 drive) const;
     cdrom::DiscView view() const;
     /// The track on the disc of the selected drive; one of no length where there is none.
@@ -70,4 +87,12 @@ private:
     Watched *m_selected = nullptr;
     qint32 m_lastError = 0;
     mutable quint64 m_announced = 0; ///< the disc that the program knows of; 0: none
+
+    bool m_useEncoder = false;
+    QPointer<QObject> m_encoder;
+    std::vector<cdrom::QueuedTrack> m_queue;
+    std::shared_ptr<const cdrom::DiscToc> m_queueToc; ///< of the disc for which the queue stands
+    std::unique_ptr<Job> m_job;
+    std::vector<cdrom::LooseThread> m_ending; ///< threads of former jobs
+    QTimer m_heart;                           ///< runs with a job
 };

@@ -20,7 +20,16 @@ public:
         m_thread = std::thread(std::move(task));
     }
     LooseThread(LooseThread &&) = default;
-    LooseThread &operator=(LooseThread &&) = delete;
+    LooseThread &operator=(LooseThread &&other) noexcept
+    {
+        std::swap(m_end, other.m_end);
+        std::swap(m_thread, other.m_thread);
+        return *this;
+    }
+    bool hasEnded() const
+    {
+        return !m_thread.joinable() || m_end.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    }
     ~LooseThread() { end(std::chrono::milliseconds(500)); }
 
     /// Waits for the end; false: it didn't come, and the thread is left to itself.

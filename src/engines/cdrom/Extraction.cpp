@@ -1,0 +1,242 @@
+#include "engines/cdrom/Extraction.h"
+
+#include "base/RunTimeFailure.h"
+#include "components/CDRipperX.h"
+
+#include <QElapsedTimer>
+
+namespace cdrom {
+
+namespace {
+
+constexpr qint32 BlockSectors = 27;
+constexpr std::size_t PipeBlocks = 128;  ///< 8 MB, three quarters of a minute of sound
+constexpr qint64 ProgressInterval = 100; ///< milliseconds
+
+} // namespace
+
+/// The file of one track while it is written.
+class Extraction::TrackFile
+{
+public:
+    explicit TrackFile(const QueuedTrack &queued) : m_queued(queued), m_output(queued.file)
+    {
+        m_clock.start();
+    }
+
+    void open(const codecs::EncoderRecipe &recipe)
+    {
+        m_encoder = recipe.create(codecs::PcmFormat{}, m_output);
+    }
+
+    void encode(const std::vector<qint16> &samples)
+    {
+        m_encoder->encode(samples.data(), static_cast<qsizetype>(samples.size() / 2));
+        m_sectors += static_cast<qint32>(samples.size() / SamplesPerSector);
+    }
+
+    void finish()
+    {
+        if (m_sectors != m_queued.track.length)
+            throw RunTimeFailure(RunTimeFailure::DeviceIoError);
+        m_encoder->finish();
+        m_encoder.reset();
+    }
+
+    void commit() { m_output.commit(); }
+
+    /// Whether progress should be told now.
+    bool progressIsDue()
+    {
+        if (m_clock.elapsed() < ProgressInterval || m_sectors == m_queued.track.length)
+            return false;
+        m_clock.restart();
+        return true;
+    }
+
+    qint32 sector() const { return m_queued.track.start + m_sectors - 1; }
+
+private:
+    const QueuedTrack &m_queued;
+    engines::OutputFile m_output;
+    std::unique_ptr<codecs::Encoder> m_encoder;
+    qint32 m_sectors = 0;
+    QElapsedTimer m_clock;
+};
+
+Extraction::Extraction(ExtractionPlan plan, std::function<void(const ExtractionEvent &)> post)
+    : m_plan(std::move(plan)), m_post(std::move(post)), m_pipe(PipeBlocks)
+{}
+
+Extraction::~Extraction() = default;
+
+void Extraction::cancel()
+{
+    m_cancelled = true;
+    m_pipe.cut();
+}
+
+void Extraction::report(qint32 code, qint32 value)
+{
+    m_pipe.push({PipeItem::Kind::Report, code, value, {}});
+}
+
+ReadHooks Extraction::hooks()
+{
+    return {[this](qint32 code, qint32 value) { report(code, value); },
+            [this] { return m_cancelled || m_givenUp == m_reading; }};
+}
+
+void Extraction::read()
+{
+    try {
+        const std::unique_ptr<AudioReader> reader = m_plan.drive->openReader(ReadFor::Extraction, hooks());
+        if (reader->toc() != *m_plan.toc)
+            throw RunTimeFailure(RunTimeFailure::DeviceIoError);
+        for (std::size_t i = 0; i < m_plan.tracks.size() && !m_cancelled; ++i)
+            if (!readTrack(*reader, i))
+                break;
+    } catch (const RunTimeFailure &) {
+        report(CDRipperX::DriveFailed);
+    } catch (const std::bad_alloc &) {
+        report(CDRipperX::BufferFailed);
+    }
+    m_pipe.close();
+}
+
+/// False: there is no disc any more.
+bool Extraction::readTrack(AudioReader &reader, std::size_t index)
+{
+    const QueuedTrack &queued = m_plan.tracks[index];
+    m_reading = static_cast<int>(index);
+    m_pipe.push({PipeItem::Kind::TrackBegins, 0, m_reading, {}});
+    reader.begin(queued.track.start, queued.lastSector());
+    ReadResult result = ReadResult::Read;
+    for (qint32 sector = queued.track.start; sector <= queued.lastSector();) {
+        PipeItem block{PipeItem::Kind::Sectors, 0, sector, {}};
+        qint32 count = std::min(BlockSectors, queued.lastSector() - sector + 1);
+        block.samples.resize(static_cast<std::size_t>(count) * SamplesPerSector);
+        result = reader.read(block.samples.data(), count);
+        if (result != ReadResult::Read)
+            break;
+        block.samples.resize(static_cast<std::size_t>(count) * SamplesPerSector);
+        sector += count;
+        if (!m_pipe.push(std::move(block)))
+            break;
+    }
+    m_pipe.push({PipeItem::Kind::TrackEnds, result == ReadResult::Read ? 1 : 0, 0, {}});
+    if (result == ReadResult::NoDisc)
+        report(CDRipperX::DriveFailed);
+    return result != ReadResult::NoDisc;
+}
+
+void Extraction::postStatus(qint32 code, qint32 value)
+{
+    m_post({ExtractionEvent::Kind::Status, code, value});
+}
+
+void Extraction::write()
+{
+    m_post({ExtractionEvent::Kind::Prepared});
+    try {
+        while (const std::optional<PipeItem> item = m_pipe.pop())
+            take(*item);
+    } catch (const std::bad_alloc &) {
+        m_pipe.cut();
+        giveUp(CDRipperX::BufferFailed);
+    }
+    m_file.reset();
+    m_post({ExtractionEvent::Kind::Complete});
+}
+
+void Extraction::take(const PipeItem &item)
+{
+    switch (item.kind) {
+    case PipeItem::Kind::TrackBegins:
+        beginTrack(static_cast<std::size_t>(item.value));
+        break;
+    case PipeItem::Kind::Sectors:
+        encode(item.samples);
+        break;
+    case PipeItem::Kind::Report:
+        postStatus(item.code, item.value);
+        break;
+    case PipeItem::Kind::TrackEnds:
+        endTrack(item.code == 1);
+        break;
+    }
+}
+
+void Extraction::beginTrack(std::size_t index)
+{
+    const QueuedTrack &queued = m_plan.tracks[index];
+    m_writing = static_cast<int>(index);
+    m_post({ExtractionEvent::Kind::TrackStarted, m_writing});
+    try {
+        m_file = std::make_unique<TrackFile>(queued);
+    } catch (const RunTimeFailure &) {
+        giveUp(CDRipperX::CreateFailed);
+        return;
+    }
+    try {
+        m_file->open(*m_plan.recipe);
+    } catch (const RunTimeFailure &failure) {
+        giveUp(failure.number() == RunTimeFailure::InvalidCall ? CDRipperX::BufferFailed
+                                                               : CDRipperX::WriteFailed);
+    }
+}
+
+void Extraction::encode(const std::vector<qint16> &samples)
+{
+    if (!m_file)
+        return;
+    try {
+        m_file->encode(samples);
+    } catch (const RunTimeFailure &) {
+        giveUp(CDRipperX::WriteFailed);
+        return;
+    }
+    if (m_file->progressIsDue())
+        postStatus(CDRipperX::Progress, m_file->sector());
+}
+
+void Extraction::endTrack(bool whole)
+{
+    if (!m_file)
+        return;
+    if (!whole) {
+        m_file.reset();
+        postStatus(CDRipperX::FileAborted);
+        return;
+    }
+    try {
+        m_file->finish();
+    } catch (const RunTimeFailure &) {
+        giveUp(CDRipperX::WriteFailed);
+        return;
+    }
+    // Whoever divides by the length of a track of one sector would divide by nothing.
+    const QueuedTrack &queued = m_plan.tracks[static_cast<std::size_t>(m_writing)];
+    if (queued.track.length > 1)
+        postStatus(CDRipperX::Progress, queued.lastSector());
+    try {
+        m_file->commit();
+    } catch (const RunTimeFailure &) {
+        giveUp(CDRipperX::CloseFailed);
+        return;
+    }
+    m_file.reset();
+    m_post({ExtractionEvent::Kind::TrackFinished});
+}
+
+/// Ends the present track with that trouble; a file begun for it goes.
+void Extraction::giveUp(qint32 code)
+{
+    m_givenUp = m_writing;
+    postStatus(code);
+    if (m_file)
+        postStatus(CDRipperX::FileAborted);
+    m_file.reset();
+}
+
+} // namespace cdrom
