@@ -1,0 +1,213 @@
+#include "base/Numbers.h"
+#include "base/SkipFailures.h"
+#include "converter/OutputNames.h"
+#include "converter/Progress.h"
+#include "converter/frmMain1.h"
+#include "platform/EventPump.h"
+#include "platform/ProgramEnd.h"
+#include "platform/Shell.h"
+#include "settings/Folders.h"
+#include "settings/Paths.h"
+
+#include <QFileInfo>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+void frmMain1::enterConverting()
+{
+    cmdNext->setText(ConvertCaption);
+    cmdNext->repaint();
+    m_Status.ConvertedFiles = 0;
+    m_Status.TotalFiles = static_cast<qint16>(lstFile->count());
+    m_Status.DestinationFile.clear();
+    m_Status.ConvertingFile.clear();
+    m_Status.OutputFormat = m_sFormatNames[m_nOutputFormat - 1];
+    m_Status.OutputFormatString = FileW->FormatString();
+    m_Status.OutputFolder = txtFolder->text();
+    m_Status.InputFormat = m_sFormatNames[m_nSourceFormat - 1];
+    UpdateStatusLabels();
+    UpdateProgress(0);
+}
+
+void frmMain1::startConverting()
+{
+    // A stopped job may still be on its way out of its loop.
+    if (m_jobRuns)
+        return;
+    const QScopedValueRollback running(m_jobRuns, true);
+    cmdLast->setEnabled(false);
+    cmdNext->setText(StopCaption);
+    desktop().pump.processEvents();
+    if (isUnloaded() || cmdNext->text() != StopCaption) // closed or stopped before it began
+        return;
+    ConvertAllFiles();
+    cmdNext->repaint();
+}
+
+void frmMain1::stopConverting()
+{
+    m_bConverting = false;
+    tmUsed->stop();
+    cmdNext->setText(ConvertCaption);
+    cmdLast->setEnabled(true);
+    desktop().dialogs.messageBox(this, {.text = QStringLiteral("Converting Stopped!")});
+    cmdNext->repaint();
+}
+
+/// Whatever fails for one file is passed over: the next one is converted.
+void frmMain1::ConvertAllFiles()
+{
+    if (lstFile->count() == 0) {
+        desktop().dialogs.messageBox(
+            this, {.text = QStringLiteral("No files in the list, please add files to convert!")});
+        return;
+    }
+    CreateDirectoryPath(desktop().dialogs, this, txtFolder->text());
+    if (isUnloaded())
+        return;
+    tmUsed->start();
+    m_Status.ElapsedSeconds = 0;
+    m_bConverting = true;
+    const int rows = lstFile->count();
+    for (int row = 0; row < rows; ++row) {
+        const QString source = lstFile->item(row)->text();
+        const QString destination = MakeOutputFileName(source);
+        m_Status.ConvertedFiles = static_cast<qint16>(row);
+        m_Status.FileNumber = static_cast<qint16>(row + 1);
+        m_Status.TotalFiles = static_cast<qint16>(rows);
+        m_Status.ConvertingFile = source;
+        m_Status.DestinationFile = destination;
+        m_Status.OutputFormat = m_sFormatNames[m_nOutputFormat - 1];
+        m_Status.OutputFolder = txtFolder->text();
+        m_Status.InputFormat = m_sFormatNames[m_nSourceFormat - 1];
+        UpdateStatusLabels();
+        if (!m_bConverting)
+            break;
+        convertUnlessKept(source, destination);
+        if (!m_bConverting)
+            break;
+        m_Status.ConvertedFiles = static_cast<qint16>(row + 1);
+        UpdateStatusLabels();
+    }
+    cmdNext->setText(ConvertCaption);
+    cmdLast->setEnabled(true);
+    if (m_bConverting)
+        finishJob();
+}
+
+/// A destination that exists is overwritten or left alone as the fifth step says.
+void frmMain1::convertUnlessKept(const QString &source, const QString &destination)
+{
+    if (QFileInfo::exists(destination) && !mayOverwrite())
+        return;
+    SkipFailures()([&] { ConvertOneFile(source, destination); });
+}
+
+bool frmMain1::mayOverwrite()
+{
+    if (!rdPrompt->isSelected())
+        return rdOverwrite->isSelected();
+    const QString question =
+        QStringLiteral("The following file is already existed, do you want to overwrite it?\n");
+    return desktop().dialogs.messageBox(this, {.text = question,
+                                               .icon = BoxIcon::Question,
+                                               .buttons = BoxButtons::YesNo,
+                                               .preset = BoxAnswer::No}) == BoxAnswer::Yes;
+}
+
+void frmMain1::finishJob()
+{
+    m_bConverting = false;
+    tmUsed->stop();
+    desktop().dialogs.messageBox(this, {.text = QStringLiteral("Converting Finished!!"),
+                                        .title = QStringLiteral("Finished Converting!")});
+    if (chkExplorer->isTicked())
+        desktop().shell.explore(txtFolder->text());
+    if (chkExit->isTicked())
+        unload();
+    if (chkShut->isTicked()) {
+        desktop().end.end(0);
+        desktop().end.unwindIfEnding();
+    }
+}
+
+QString frmMain1::MakeOutputFileName(const QString &file) const
+{
+    return ::MakeOutputFileName(file, m_nOutputFormat, txtFolder->text());
+}
+
+/// A failure leaves it at once, as does the closing of the window before the source was opened. A negative
+/// status ends this file without a word.
+void frmMain1::ConvertOneFile(const QString &source, const QString &destination)
+{
+    CreateDirectoryPath(desktop().dialogs, this, ExtractPath(destination));
+    setCursor(Qt::WaitCursor);
+    UpdateProgress(0);
+    if (isUnloaded())
+        return;
+    FileR->OpenRead(source);
+    if (FileR->Status() >= 0) {
+        m_Status.InputFormat = FileR->FormatString();
+        skInputFormat->setText(m_Status.InputFormat);
+        FileW->OpenWrite(destination);
+        if (FileW->Status() >= 0) {
+            const qint32 channels = FileR->ChannelCount();
+            FileW->SetInputFormat(FileR->SampleRate(), channels);
+            pumpSamples();
+            FileW->CloseFile();
+        }
+    }
+    FileR->CloseFile();
+    unsetCursor();
+}
+
+/// Takes the audio across, a second at a time, until the source or the job ends.
+void frmMain1::pumpSamples()
+{
+    const double rate = FileR->SampleRate();
+    const qint32 blockSize = toInt32(rate * FileR->ChannelCount());
+    double position = 0; // in seconds of the source
+    for (;;) {
+        const QList<qint16> buffer = FileR->ReadSamples(blockSize);
+        if (buffer.isEmpty())
+            break;
+        FileW->WriteSamples(buffer);
+        position += divide(static_cast<double>(buffer.size()), FileR->SamplesPerSecond());
+        position = std::min<double>(position, FileR->DurationSeconds());
+        UpdateProgress(divide(position * 100, FileR->DurationSeconds()));
+        desktop().pump.processEvents();
+        if (!m_bConverting)
+            break;
+    }
+    if (m_bConverting)
+        UpdateProgress(100.0);
+}
+
+/// `percent`: how much of the current file is done.
+void frmMain1::UpdateProgress(double percent)
+{
+    lblCurPer->setText(Progress::text(percent));
+    picCur->setShare(percent);
+    const double ofJob = Progress::ofJob(m_Status.ConvertedFiles, m_Status.TotalFiles, percent);
+    lblTotalPer->setText(Progress::text(ofJob));
+    picTotal->setShare(ofJob);
+    desktop().pump.processEvents();
+}
+
+void frmMain1::UpdateStatusLabels()
+{
+    skConvertedFiles->setText(QString::number(m_Status.ConvertedFiles));
+    skTime->setText(QString::number(m_Status.ElapsedSeconds));
+    skTotalFiles->setText(QString::number(m_Status.TotalFiles));
+    skConvertingFile->setText(m_Status.ConvertingFile);
+    skOutputFormat->setText(m_Status.OutputFormat);
+    skOutputFormatString->setText(m_Status.OutputFormatString);
+    skFolder->setText(m_Status.OutputFolder);
+    skInputFormat->setText(m_Status.InputFormat);
+}
+
+void frmMain1::tmUsed_Timer()
+{
+    ++m_Status.ElapsedSeconds;
+    skTime->setText(QString::number(m_Status.ElapsedSeconds));
+}
