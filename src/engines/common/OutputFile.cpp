@@ -102,12 +102,19 @@ void OutputFile::seek(std::int64_t position)
         fail(errno);
 }
 
-void OutputFile::commit()
+void OutputFile::flush()
 {
     errno = 0;
-    bool ok = m_file.flush();
+    if (!m_file.flush())
+        fail(errno);
+}
+
+void OutputFile::commit()
+{
+    flush();
+    bool ok = true;
 #ifdef Q_OS_UNIX
-    ok = ok && ::fsync(m_file.handle()) == 0;
+    ok = ::fsync(m_file.handle()) == 0;
 #endif
     if (!ok)
         fail(errno);

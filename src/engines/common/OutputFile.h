@@ -38,6 +38,10 @@ public:
 
     /// Bytes in the file so far.
     std::int64_t size() const { return m_size; }
+    /// Where the file lies until then.
+    QString temporaryPath() const { return m_file.fileName(); }
+    /// Hands all bytes to the system, so that others who open the temporary file find them.
+    void flush();
     /// Flushes to the disk, closes and renames. Raises the failures of writing.
     void commit();
 
