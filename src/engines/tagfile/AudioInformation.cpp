@@ -1,0 +1,110 @@
+#include "engines/tagfile/AudioInformation.h"
+
+#include "base/RunTimeFailure.h"
+#include "engines/common/OutputFile.h"
+#include "engines/tagfile/AudioKind.h"
+#include "engines/tagfile/FileAttributes.h"
+#include "engines/tagfile/GenreNames.h"
+#include "engines/tagfile/Mp3Tags.h"
+#include "engines/tagfile/OggTags.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace engines {
+
+namespace {
+
+/// The way a kind of file keeps its tags.
+struct TagFormat
+{
+    TagFields (*read)(QIODevice &file);
+    TagEdit (*edit)(QIODevice &file, const TagFields &fields);
+};
+
+TagFormat formatOf(QIODevice &file)
+{
+    switch (audioKind(file)) {
+    case AudioKind::Mp3:
+        return {readMp3Tags, editMp3Tags};
+    case AudioKind::OggVorbis:
+        return {readOggTags, editOggTags};
+    default:
+        throw RunTimeFailure(RunTimeFailure::InvalidCall);
+    }
+}
+
+void openForReading(QFile &file)
+{
+    const QFileInfo info(file.fileName());
+    // A pipe or a device would keep the reader waiting.
+    if (!info.exists() || !info.isFile())
+        throw RunTimeFailure(RunTimeFailure::FileNotFound);
+    if (!file.open(QIODevice::ReadOnly))
+        throw RunTimeFailure(RunTimeFailure::PermissionDenied, file.errorString());
+}
+
+TagFields readFields(const QString &path)
+{
+    QFile file(path);
+    openForReading(file);
+    return formatOf(file).read(file);
+}
+
+AudioKind kindOf(const QString &path)
+{
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? audioKind(file) : AudioKind::NoAudio;
+}
+
+} // namespace
+
+void AudioInformation::ReadTags(const QString &path)
+{
+    m_fields = readFields(path);
+}
+
+void AudioInformation::WriteTags(const QString &path)
+{
+    const QString target = QFileInfo(path).canonicalFilePath();
+    QFile file(target);
+    openForReading(file);
+    if (!isWritable(target))
+        throw RunTimeFailure(RunTimeFailure::PermissionDenied);
+    const TagFields fields = m_fields.writable();
+    const TagFormat format = formatOf(file);
+    const TagEdit writeEdited = format.edit(file, fields);
+    if (!writeEdited)
+        return;
+    OutputFile copy(target);
+    takeAttributes(target, copy.temporaryPath());
+    writeEdited(copy);
+    copy.flush();
+    if (readFields(copy.temporaryPath()) != fields)
+        throw RunTimeFailure(RunTimeFailure::DeviceIoError, QStringLiteral("The tags didn't read back"));
+    copy.commit();
+}
+
+QString AudioInformation::GenreName(qint16 index) const
+{
+    if (index < 0 || index >= GenreCount)
+        throw RunTimeFailure(RunTimeFailure::InvalidCall);
+    return GenreNames[index].toString();
+}
+
+bool AudioInformation::IsMP3File(const QString &path) const
+{
+    return kindOf(path) == AudioKind::Mp3;
+}
+
+bool AudioInformation::IsOGGFile(const QString &path) const
+{
+    return kindOf(path) == AudioKind::OggVorbis;
+}
+
+bool AudioInformation::IsAudioFile(const QString &path) const
+{
+    return kindOf(path) != AudioKind::NoAudio;
+}
+
+} // namespace engines

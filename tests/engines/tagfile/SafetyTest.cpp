@@ -1,0 +1,158 @@
+#include "OggSamples.h"
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace samples;
+
+/// Files written from here on end at this size: a disk that is full.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t size)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_old);
+        const rlimit limit{size, m_old.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+
+private:
+    rlimit m_old{};
+};
+
+/// Rights count for everybody but the superuser.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser() : m_was(::geteuid())
+    {
+        if (m_was == 0) {
+            EXPECT_EQ(::seteuid(65534), 0);
+        }
+    }
+    ~OrdinaryUser() { EXPECT_EQ(::seteuid(m_was), 0); }
+
+private:
+    uid_t m_was;
+};
+
+class SafetyTest : public TagFileTest
+{
+protected:
+    SafetyTest()
+    {
+        tags.setTagTitle(QStringLiteral("new"));
+        ::chmod(QFile::encodeName(folder.path()).constData(), 0777);
+    }
+
+    static mode_t modeOf(const QString &path)
+    {
+        struct stat status
+        {};
+        ::stat(QFile::encodeName(path).constData(), &status);
+        return status.st_mode & 07777;
+    }
+
+    static void setMode(const QString &path, mode_t mode)
+    {
+        ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), mode), 0);
+    }
+
+    const QByteArray mp3 = mp3Frames(3000); // more than any buffer holds
+    const QString path = put(QStringLiteral("a.mp3"), mp3);
+};
+
+TEST_F(SafetyTest, aFullDiskLeavesTheOldFileAndNothingElse)
+{
+    const QString ogg = put(QStringLiteral("a.ogg"), vorbisPages(1, comments({"TITLE=old"}), 3000).join());
+    const QByteArray oldOgg = content(ogg);
+    for (const rlim_t size : {0, 100, 5000, 100'000, 1'000'000}) {
+        const FullDisk full(size);
+        EXPECT_NE(failureOfWriting(path), 0) << size;
+        if (size < static_cast<rlim_t>(oldOgg.size())) {
+            EXPECT_NE(failureOfWriting(ogg), 0) << size;
+        }
+    }
+    EXPECT_EQ(content(path), mp3);
+    EXPECT_EQ(content(ogg), oldOgg);
+    EXPECT_EQ(entries().size(), 2);
+}
+
+TEST_F(SafetyTest, aProcessThatIsKilledInTheMiddleLeavesTheOldFile)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const rlimit limit{600'000, 600'000}; // going beyond kills
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit noCore{0, 0};
+        ::setrlimit(RLIMIT_CORE, &noCore);
+        std::signal(SIGXFSZ, SIG_DFL);
+        tags.WriteTags(path);
+        ::_exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ);
+    EXPECT_EQ(content(path), mp3);
+    EXPECT_EQ(failureOfWriting(path), 0); // what it left does no harm
+    EXPECT_EQ(read(path).title, QStringLiteral("new"));
+}
+
+TEST_F(SafetyTest, filesThatMayNotBeChangedAreNot)
+{
+    setMode(path, 0444); // says no to the superuser too, who could
+    EXPECT_EQ(failureOfWriting(path), RunTimeFailure::PermissionDenied);
+    setMode(path, 0666);
+    setMode(folder.path(), 0555);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(failureOfWriting(path), RunTimeFailure::PermissionDenied);
+    }
+    setMode(folder.path(), 0777);
+    setMode(path, 0600);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(tags.IsAudioFile(path), ::getuid() != 0); // of another one
+    }
+    EXPECT_EQ(failureOfWriting(folder.filePath(QStringLiteral("missing.mp3"))), RunTimeFailure::FileNotFound);
+    EXPECT_EQ(failureOfWriting(folder.path()), RunTimeFailure::FileNotFound);
+    EXPECT_EQ(failureOfWriting(put(QStringLiteral("b.mp3"), "text")), RunTimeFailure::InvalidCall);
+    EXPECT_EQ(content(path), mp3);
+    EXPECT_EQ(entries().size(), 2);
+}
+
+TEST_F(SafetyTest, linksPermissionsAndAttributesStay)
+{
+    const QString link = folder.filePath(QStringLiteral("link.mp3"));
+    const QString hardLink = folder.filePath(QStringLiteral("hard.mp3"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("a.mp3"), link));
+    ASSERT_EQ(::link(QFile::encodeName(path).constData(), QFile::encodeName(hardLink).constData()), 0);
+    setMode(path, 0640);
+    const bool hasAttributes =
+        ::setxattr(QFile::encodeName(path).constData(), "user.note", "kept", 4, 0) == 0;
+    EXPECT_EQ(failureOfWriting(link), 0);
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(read(path).title, QStringLiteral("new"));
+    EXPECT_EQ(content(hardLink), mp3); // a name of its own from now on
+    EXPECT_EQ(modeOf(path), 0640u);
+    char note[4]{};
+    if (hasAttributes) {
+        EXPECT_EQ(::getxattr(QFile::encodeName(path).constData(), "user.note", note, sizeof note), 4);
+    }
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_EQ(failureOfWriting(link), RunTimeFailure::FileNotFound);
+}
+
+} // namespace
