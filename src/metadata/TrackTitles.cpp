@@ -10,6 +10,7 @@
 namespace {
 
 constexpr int TitleColumn = 1;
+constexpr int FewestCharacters = 40; ///< of a row that are in sight, about
 
 } // namespace
 
@@ -26,6 +27,7 @@ void layOutTitleColumns(ReportListView &list)
 {
     list.header()->setStretchLastSection(true);
     list.header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    list.setMinimumWidth(list.fontMetrics().averageCharWidth() * FewestCharacters);
 }
 
 void addTitleRows(ReportListView &list, const TrackListHost &host, const QString &joinedTitles)

@@ -13,7 +13,8 @@ class TrackListHost;
 /// The name trimmed and without one extension of a sound file that the program writes.
 QString StripAudioExtension(const QString &name);
 
-/// Gives the columns their widths: the number's as narrow as it may be, the title's the rest.
+/// Gives the columns their widths, the number's as narrow as it may be and the title's the rest, and the list
+/// the width that titles need.
 void layOutTitleColumns(ReportListView &list);
 
 /// Adds a row for each track of the main list, with its title of the joined titles; where those have none,

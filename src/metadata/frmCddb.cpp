@@ -11,6 +11,20 @@
 #include "metadata/TrackTitles.h"
 #include "platform/Dialogs.h"
 
+namespace {
+
+/// Gives labels of different frames the width of the widest, so that what stands behind them forms a column.
+void alignLabels(std::initializer_list<QLabel *> labels)
+{
+    int width = 0;
+    for (const QLabel *label : labels)
+        width = std::max(width, label->sizeHint().width());
+    for (QLabel *label : labels)
+        label->setMinimumWidth(width);
+}
+
+} // namespace
+
 frmCddb::frmCddb(const Desktop &desktop, const Parts &parts, std::unique_ptr<CDDB> client)
     : FormOf(desktop), m_parts(parts), CDDB1(std::move(client))
 {
@@ -19,6 +33,7 @@ frmCddb::frmCddb(const Desktop &desktop, const Parts &parts, std::unique_ptr<CDD
     TabStrip1->addTab(QStringLiteral("Download from FreeDB"));
     TabStrip1->addTab(QStringLiteral("Submit to FreeDB"));
     layOutTitleColumns(*ListView1);
+    alignLabels({Label1_6, Label1_0, Label1_3, Label1_5});
     for (QLineEdit *box : {txtTime, txtPort, txtYear})
         new DigitsOnly(box);
     // Both buttons to submit with bear the same letter and do the same: one of them answers to it.
