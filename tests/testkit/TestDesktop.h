@@ -25,14 +25,16 @@ public:
     void explore(const QString &folder) override { m_log.add(QStringLiteral("explore ") + folder); }
     bool start(const QString &program, const QStringList &arguments) override
     {
-        m_log.add((QStringList{QStringLiteral("start"), program} + arguments).join(u' '));
-        return true;
+        if (starts)
+            m_log.add((QStringList{QStringLiteral("start"), program} + arguments).join(u' '));
+        return starts;
     }
     QString findProgram(const QString &name) const override { return programs.value(name); }
     bool canOpen(const QString &) const override { return opens; }
 
     QMap<QString, QString> programs; ///< path of each installed program
     bool opens = true;
+    bool starts = true;
 
 private:
     CallLog &m_log;
