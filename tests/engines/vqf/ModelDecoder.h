@@ -45,16 +45,16 @@ public:
     }
 };
 
-/// The same by the system's decoder.
-inline ModelDecoder::Samples decodeBySystem(const std::vector<vqf::Frame> &frames)
+/// The same by the system's decoder, from packets.
+inline ModelDecoder::Samples decodeBySystem(const std::vector<std::vector<std::uint8_t>> &packets)
 {
     dsp::ProbedStream stream;
     stream.codec = "twinvq";
     stream.extradata = {0, 0, 0, 1, 0, 0, 0, 96, 0, 0, 0, 44};
     dsp::DecoderProbe probe(stream);
     ModelDecoder::Samples samples;
-    for (const vqf::Frame &frame : frames) {
-        const auto decoded = probe.decode(vqf::packetOf(frame));
+    for (const std::vector<std::uint8_t> &packet : packets) {
+        const auto decoded = probe.decode(packet);
         for (std::size_t c = 0; c < decoded.size(); ++c)
             for (const float sample : decoded[c])
                 samples[c].push_back(sample * 32768.0);

@@ -1,7 +1,9 @@
 #include "ModelDecoder.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 
 namespace {
@@ -64,7 +66,9 @@ TEST(ReconstructionTest, agreesWithTheSystemsDecoderOnAnyLegalFrames)
 {
     const std::vector<Frame> frames = RandomFrames().make(600);
     const ModelDecoder::Samples own = ModelDecoder::decode(frames);
-    const ModelDecoder::Samples system = decodeBySystem(frames);
+    std::vector<std::vector<std::uint8_t>> packets;
+    std::transform(frames.begin(), frames.end(), std::back_inserter(packets), packetOf);
+    const ModelDecoder::Samples system = decodeBySystem(packets);
     double power = 0, error = 0;
     for (int c = 0; c < 2; ++c) {
         ASSERT_EQ(own[c].size(), system[c].size());

@@ -1,0 +1,409 @@
+#include "engines/vqf/FrameEncoder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <tuple>
+
+namespace vqf {
+
+namespace {
+
+/// Noise of variance 1 has this power in every coefficient, whatever the block size.
+constexpr double UnitPower = 2;
+/// Of the inverse threshold in the weight of an error. Errors weighted by the threshold alone would cost much
+/// signal-to-noise ratio and leave more audible noise, too: few bits do too much for faint parts.
+constexpr float ThresholdExponent = 0.55F;
+/// A faint error counts, too, where all is silent.
+constexpr float FaintPower = 1e-6F;
+
+constexpr std::array<float, 2> FilterExponents{0.25F, 0.35F}; // of the power
+
+float square(float x)
+{
+    return x * x;
+}
+
+dsp::MaskingModel maskingModel(BlockType type)
+{
+    dsp::MaskingSettings settings;
+    settings.judgesTonality = type != Short;
+    return {Layouts[type].blockSize, SampleRate, UnitPower, settings};
+}
+
+} // namespace
+
+FrameEncoder::FrameEncoder(const Tables &tables, dsp::Workers &workers)
+    : m_tables(tables),
+      m_workers(workers),
+      m_layouts{VectorLayout(Short), VectorLayout(Medium), VectorLayout(Long)},
+      m_books{SearchBooks(tables.main[Short], Layouts[Short].vectorLength),
+              SearchBooks(tables.main[Medium], Layouts[Medium].vectorLength),
+              SearchBooks(tables.main[Long], Layouts[Long].vectorLength)},
+      m_peakBooks(tables.peaks),
+      m_edges{bandEdges(tables, Short), bandEdges(tables, Medium), bandEdges(tables, Long)},
+      m_masking{maskingModel(Short), maskingModel(Medium), maskingModel(Long)},
+      m_lspCoder(tables),
+      m_envelopeCoder(tables)
+{
+    for (int period = 0; period < PeakPeriods; ++period)
+        m_peakPositions.push_back(peakPositions(period));
+}
+
+Frame FrameEncoder::encode(int window, const std::array<const float *, Channels> &samples)
+{
+    Frame frame;
+    frame.window = window;
+    const BlockType type = frame.type();
+    analyse(WindowShapes[window], samples);
+    weigh(type);
+    m_workers.run(Channels, [&](int c) { fitFilter(type, c, frame.channel[c]); });
+    if (type == Long && choosePeaks(frame)) {
+        fitPeaks(frame);
+        m_workers.run(Channels, [&](int c) { fitEnvelope(type, c, frame.channel[c]); });
+    }
+    search(frame);
+    double error = weightedError();
+    for (int round = 0; round < 2; ++round) {
+        refineGain(frame, error);
+        refineEnvelope(frame, error);
+    }
+    remember(frame);
+    return frame;
+}
+
+void FrameEncoder::analyse(const WindowShape &shape, const std::array<const float *, Channels> &samples)
+{
+    m_workers.run(Channels, [&](int c) {
+        Channel &channel = m_channels[c];
+        channel.transform.analyse(shape, samples[c], channel.wanted.data(), channel.sines.data());
+        for (int k = 0; k < FrameSize; ++k)
+            channel.power[k] = (square(channel.wanted[k]) + square(channel.sines[k])) / 2;
+        channel.peaks.fill(0);
+    });
+}
+
+/// Noise of the mid and of the side goes to left and right alike; what either of them masks counts.
+void FrameEncoder::weigh(BlockType type)
+{
+    const auto &[mid, side] = m_channels;
+    std::array<Spectrum, Channels> thresholds;
+    m_workers.run(Channels, [&](int c) {
+        const float sign = c == 0 ? 1 : -1;
+        Spectrum power;
+        for (int k = 0; k < FrameSize; ++k)
+            power[k] = (square(mid.wanted[k] + sign * side.wanted[k]) +
+                        square(mid.sines[k] + sign * side.sines[k])) /
+                       2;
+        for (int k = 0; k < FrameSize; k += Layouts[type].blockSize)
+            m_masking[type].thresholds(power.data() + k, thresholds[c].data() + k);
+    });
+    for (int k = 0; k < FrameSize; ++k) {
+        m_threshold[k] = 1 / (1 / thresholds[0][k] + 1 / thresholds[1][k]);
+        m_weight[k] = std::pow(m_threshold[k], -ThresholdExponent);
+    }
+}
+
+/// The filter whose rest the envelope can follow best.
+void FrameEncoder::fitFilter(BlockType type, int channelNumber, ChannelFields &fields)
+{
+    Channel &channel = m_channels[channelNumber];
+    double bestCost = std::numeric_limits<double>::max();
+    ChannelFields best = fields;
+    for (const float exponent : FilterExponents) {
+        const std::optional<Lsp> lsp = m_lspCoder.analyse(type, channel.power.data(), exponent);
+        if (!lsp)
+            continue;
+        ChannelFields trial = fields;
+        m_lspCoder.quantize(*lsp, channel.history.lsp, trial);
+        setFilter(type, channel, trial);
+        const double cost =
+            m_envelopeCoder.fit(type, envelopeTarget(type, channel), channel.history, m_seen[type], trial)
+                .cost;
+        if (cost < bestCost) {
+            best = trial;
+            bestCost = cost;
+        }
+    }
+    fields = best;
+    setFilter(type, channel, fields);
+    fitEnvelope(type, channelNumber, fields);
+}
+
+void FrameEncoder::setFilter(BlockType type, Channel &channel, const ChannelFields &fields) const
+{
+    const DecodedLsp lsp = decodeLsp(m_tables, fields, channel.history.lsp);
+    channel.raw = lsp.raw;
+    const int size = Layouts[type].blockSize;
+    lpcCurve(type, lsp.lsp, std::span(channel.curve.data(), size));
+    for (int k = size; k < FrameSize; ++k)
+        channel.curve[k] = channel.curve[k - size];
+}
+
+/// A band's level is the one at which the codebooks' entries are as loud as its coefficients.
+EnvelopeTarget FrameEncoder::envelopeTarget(BlockType type, const Channel &channel) const
+{
+    const TypeLayout &layout = Layouts[type];
+    EnvelopeTarget target;
+    for (int block = 0; block < layout.blocks; ++block) {
+        const int start = block * layout.blockSize;
+        for (int band = 0; band < layout.bands; ++band) {
+            float energy = 0, audible = 0;
+            for (int k = start + m_edges[type][band]; k < start + m_edges[type][band + 1]; ++k) {
+                const float rest = square(channel.wanted[k] - channel.peaks[k]);
+                energy += (rest + channel.power[k]) / 2 / square(channel.curve[k]);
+                audible += channel.power[k] / m_threshold[k];
+            }
+            const auto width = static_cast<float>(m_edges[type][band + 1] - m_edges[type][band]);
+            target.bands[block][band] = {std::sqrt(energy / width) / m_books[type].rms,
+                                         std::sqrt(width) * std::pow(audible / width + FaintPower, 0.3F)};
+        }
+    }
+    return target;
+}
+
+void FrameEncoder::fitEnvelope(BlockType type, int channelNumber, ChannelFields &fields)
+{
+    Channel &channel = m_channels[channelNumber];
+    setLevels(
+        type, channel,
+        m_envelopeCoder.fit(type, envelopeTarget(type, channel), channel.history, m_seen[type], fields));
+}
+
+void FrameEncoder::setLevels(BlockType type, Channel &channel, const CodedEnvelope &envelope) const
+{
+    const TypeLayout &layout = Layouts[type];
+    for (int block = 0; block < layout.blocks; ++block) {
+        const int start = block * layout.blockSize;
+        for (int band = 0; band < layout.bands; ++band)
+            for (int k = start + m_edges[type][band]; k < start + m_edges[type][band + 1]; ++k)
+                channel.level[k] = channel.curve[k] * envelope.levels[block][band];
+    }
+}
+
+/// Sets each channel's period to that at whose multiples most stands out; whether anything does.
+bool FrameEncoder::choosePeaks(Frame &frame)
+{
+    std::array<bool, Channels> found{};
+    m_workers.run(Channels, [&](int c) {
+        const Channel &channel = m_channels[c];
+        Spectrum outstanding;
+        for (int k = 0; k < FrameSize; ++k)
+            outstanding[k] = m_weight[k] * (square(channel.wanted[k]) -
+                                            1.5F * square(channel.level[k] * m_books[Long].rms));
+        float best = 0;
+        for (int period = 0; period < PeakPeriods; ++period) {
+            float sum = 0;
+            for (const int position : m_peakPositions[period])
+                sum += outstanding[position];
+            if (sum > best) {
+                best = sum;
+                frame.channel[c].period = static_cast<std::uint16_t>(period);
+                found[c] = true;
+            }
+        }
+        frame.channel[c].peakGain = found[c] ? 1 : 0;
+    });
+    return found[0] || found[1];
+}
+
+/// Gains and shape of the peaks whose periods are chosen; a gain of 0 stays.
+void FrameEncoder::fitPeaks(Frame &frame)
+{
+    struct Peaks
+    {
+        std::array<float, PeakValues> target, weight, shape;
+        float gain = 0;
+    };
+    std::array<Peaks, Channels> peaks;
+    const auto setGain = [](ChannelFields &fields, double wanted) {
+        int gain = 0;
+        while (gain < PeakGains - 1 && peakGainValue(gain) * peakGainValue(gain + 1) < wanted * wanted)
+            ++gain;
+        fields.peakGain = static_cast<std::uint8_t>(gain);
+        return static_cast<float>(peakGainValue(gain));
+    };
+    for (int c = 0; c < Channels; ++c) {
+        ChannelFields &fields = frame.channel[c];
+        const Channel &channel = m_channels[c];
+        float power = 0, weights = 0;
+        for (int n = 0; n < PeakValues; ++n) {
+            const int k = m_peakPositions[fields.period][n];
+            peaks[c].target[n] = channel.wanted[k] / channel.curve[k];
+            peaks[c].weight[n] = m_weight[k] * square(channel.curve[k]);
+            power += peaks[c].weight[n] * square(peaks[c].target[n]);
+            weights += peaks[c].weight[n];
+        }
+        peaks[c].gain = fields.peakGain == 0 ? static_cast<float>(peakGainValue(0))
+                                             : setGain(fields, std::sqrt(power / weights) / m_peakBooks.rms);
+    }
+    constexpr int Rounds = 3;
+    for (int round = 0; round < Rounds; ++round) {
+        for (int vector = 0; vector < PeakVectors; ++vector) {
+            SearchVector search{PeakVectorLength, {}, {}};
+            for (int n = 0; n < PeakVectorLength; ++n) {
+                const PeakPlace place = peakPlace(vector, n);
+                const Peaks &of = peaks[place.channel];
+                search.target[n] = of.target[place.value] / of.gain;
+                search.weight[n] = of.weight[place.value] * square(of.gain);
+            }
+            frame.peaks[vector] = bestPair(m_peakBooks, search, true);
+            for (int n = 0; n < PeakVectorLength; ++n) {
+                const PeakPlace place = peakPlace(vector, n);
+                peaks[place.channel].shape[place.value] = pairValue(m_peakBooks, frame.peaks[vector], n);
+            }
+        }
+        for (int c = 0; round < Rounds - 1 && c < Channels; ++c) {
+            Peaks &of = peaks[c];
+            float product = 0, power = 0;
+            for (int n = 0; n < PeakValues; ++n) {
+                product += of.weight[n] * of.target[n] * of.shape[n];
+                power += of.weight[n] * square(of.shape[n]);
+            }
+            if (frame.channel[c].peakGain > 0)
+                of.gain = setGain(frame.channel[c], std::max(product / power, 0.0F));
+        }
+    }
+    for (int c = 0; c < Channels; ++c) {
+        Channel &channel = m_channels[c];
+        for (int n = 0; n < PeakValues; ++n) {
+            const int k = m_peakPositions[frame.channel[c].period][n];
+            channel.peaks[k] = peaks[c].gain * peaks[c].shape[n] * channel.curve[k];
+            channel.power[k] = square(channel.wanted[k] - channel.peaks[k]);
+        }
+    }
+}
+
+/// The codebook entries of all vectors for the levels as they are.
+void FrameEncoder::search(Frame &frame)
+{
+    const BlockType type = frame.type();
+    const VectorLayout &places = m_layouts[type];
+    const SearchBooks &books = m_books[type];
+    const int vectors = Layouts[type].vectors;
+    constexpr int Parts = 8;
+    m_workers.run(Parts, [&](int part) {
+        for (int vector = vectors * part / Parts; vector < vectors * (part + 1) / Parts; ++vector) {
+            SearchVector search{places.length(vector), {}, {}};
+            for (int n = 0; n < search.length; ++n) {
+                const VectorLayout::Place &place = places.place(vector, n);
+                const Channel &channel = m_channels[place.channel];
+                const int k = place.offset;
+                search.target[n] = (channel.wanted[k] - channel.peaks[k]) / channel.level[k];
+                search.weight[n] = m_weight[k] * square(channel.level[k]);
+            }
+            const PairIndex pair = bestPair(books, search, vector < Layouts[type].signedVectors);
+            frame.main[vector] = pair;
+            for (int n = 0; n < search.length; ++n) {
+                const VectorLayout::Place &place = places.place(vector, n);
+                m_channels[place.channel].coded[place.offset] = pairValue(books, pair, n);
+            }
+        }
+    });
+}
+
+double FrameEncoder::weightedError() const
+{
+    double error = 0;
+    for (const Channel &channel : m_channels)
+        for (int k = 0; k < FrameSize; ++k)
+            error += m_weight[k] *
+                     square(channel.wanted[k] - channel.peaks[k] - channel.level[k] * channel.coded[k]);
+    return error;
+}
+
+/// Searches again with the changed gains or envelopes, and keeps what is better: indices are good only for
+/// the levels that they were searched with.
+void FrameEncoder::tryChange(Frame &frame, double &error, Frame changed)
+{
+    std::array<std::pair<Spectrum, Spectrum>, Channels> saved;
+    for (int c = 0; c < Channels; ++c) {
+        saved[c] = {m_channels[c].level, m_channels[c].coded};
+        setLevels(frame.type(), m_channels[c],
+                  m_envelopeCoder.levels(frame.type(), m_channels[c].history, changed.channel[c]));
+    }
+    search(changed);
+    const double changedError = weightedError();
+    if (changedError < error) {
+        frame = changed;
+        error = changedError;
+        return;
+    }
+    for (int c = 0; c < Channels; ++c)
+        std::tie(m_channels[c].level, m_channels[c].coded) = saved[c];
+}
+
+/// The weighted products over coefficients begin to end: what is coded with what is wanted, and with itself.
+FrameEncoder::Products FrameEncoder::products(const Channel &channel, int begin, int end) const
+{
+    Products sums{};
+    for (int k = begin; k < end; ++k) {
+        const float coded = channel.level[k] * channel.coded[k];
+        sums.wanted += m_weight[k] * coded * (channel.wanted[k] - channel.peaks[k]);
+        sums.coded += m_weight[k] * square(coded);
+    }
+    return sums;
+}
+
+void FrameEncoder::refineGain(Frame &frame, double &error)
+{
+    const BlockType type = frame.type();
+    Frame changed = frame;
+    bool differs = false;
+    for (int c = 0; c < Channels; ++c) {
+        const Products sums = products(m_channels[c], 0, FrameSize);
+        if (sums.coded <= 0 || sums.wanted <= 0)
+            continue;
+        std::uint8_t &gain = changed.channel[c].gain;
+        const double wanted = gainValue(type, gain, 30) * sums.wanted / sums.coded;
+        int best = gain;
+        for (int trial = 0; trial < 256; ++trial)
+            if (std::abs(gainValue(type, trial, 30) - wanted) < std::abs(gainValue(type, best, 30) - wanted))
+                best = trial;
+        differs |= best != gain;
+        gain = static_cast<std::uint8_t>(best);
+    }
+    if (differs)
+        tryChange(frame, error, changed);
+}
+
+/// Moves the bands' levels half-way to those that would suit the entries found.
+void FrameEncoder::refineEnvelope(Frame &frame, double &error)
+{
+    const BlockType type = frame.type();
+    const TypeLayout &layout = Layouts[type];
+    Frame changed = frame;
+    m_workers.run(Channels, [&](int c) {
+        const Channel &channel = m_channels[c];
+        EnvelopeTarget target = envelopeTarget(type, channel);
+        const CodedEnvelope now = m_envelopeCoder.levels(type, channel.history, frame.channel[c]);
+        for (int block = 0; block < layout.blocks; ++block) {
+            const int start = block * layout.blockSize;
+            for (int band = 0; band < layout.bands; ++band) {
+                const Products sums =
+                    products(channel, start + m_edges[type][band], start + m_edges[type][band + 1]);
+                const float factor =
+                    sums.coded > 0 ? std::clamp(sums.wanted / sums.coded, 0.25F, 4.0F) : 1.0F;
+                target.bands[block][band].level = now.levels[block][band] * std::sqrt(factor);
+            }
+        }
+        m_envelopeCoder.fit(type, target, channel.history, m_seen[type], changed.channel[c]);
+    });
+    tryChange(frame, error, changed);
+}
+
+void FrameEncoder::remember(const Frame &frame)
+{
+    const BlockType type = frame.type();
+    for (int c = 0; c < Channels; ++c) {
+        ChannelHistory &history = m_channels[c].history;
+        history.lsp = m_channels[c].raw;
+        std::array<float, MaxBands> unused;
+        for (int block = 0; block < Layouts[type].blocks; ++block)
+            barkEnvelope(m_tables, type, frame.channel[c].bark[block], frame.channel[c].barkHistory[block],
+                         history.envelope[type], unused);
+    }
+    m_seen[type] = true;
+}
+
+} // namespace vqf

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "engines/dsp/MaskingModel.h"
+#include "engines/dsp/Workers.h"
+#include "engines/vqf/EnvelopeCoder.h"
+#include "engines/vqf/FrameTransform.h"
+#include "engines/vqf/Layout.h"
+#include "engines/vqf/LspCoder.h"
+#include "engines/vqf/VectorSearch.h"
+
+#include <memory>
+
+namespace vqf {
+
+/// Turns the sound of one frame after the other into fields. It remembers what decoders remember; the frames
+/// go through in their order. Any one thread at a time; parts of the work go to `workers`.
+class FrameEncoder
+{
+public:
+    FrameEncoder(const Tables &tables, dsp::Workers &workers);
+
+    /// `samples` of mid and side are 2 * FrameSize values in 16-bit units, the frame's region in the middle.
+    Frame encode(int window, const std::array<const float *, Channels> &samples);
+
+private:
+    using Spectrum = std::array<float, FrameSize>;
+
+    /// The work on one channel of the frame.
+    struct Channel
+    {
+        FrameTransform<float> transform;
+        Spectrum wanted; ///< the coefficients
+        Spectrum sines;
+        Spectrum power;
+        Spectrum curve; ///< the filter's, repeated for each block
+        Spectrum level; ///< of the codebook entries: curve times envelope
+        Spectrum peaks; ///< what the periodic peaks add
+        Spectrum coded; ///< the codebook entries' sums
+        Lsp raw;        ///< what the next frame's filter is predicted from
+        ChannelHistory history;
+    };
+
+    struct Products
+    {
+        float wanted;
+        float coded;
+    };
+
+    void analyse(const WindowShape &shape, const std::array<const float *, Channels> &samples);
+    void weigh(BlockType type);
+    void fitFilter(BlockType type, int channelNumber, ChannelFields &fields);
+    void setFilter(BlockType type, Channel &channel, const ChannelFields &fields) const;
+    EnvelopeTarget envelopeTarget(BlockType type, const Channel &channel) const;
+    void fitEnvelope(BlockType type, int channelNumber, ChannelFields &fields);
+    void setLevels(BlockType type, Channel &channel, const CodedEnvelope &envelope) const;
+    bool choosePeaks(Frame &frame);
+    void fitPeaks(Frame &frame);
+    void search(Frame &frame);
+    double weightedError() const;
+    void tryChange(Frame &frame, double &error, Frame changed);
+    Products products(const Channel &channel, int begin, int end) const;
+    void refineGain(Frame &frame, double &error);
+    void refineEnvelope(Frame &frame, double &error);
+    void remember(const Frame &frame);
+
+    const Tables &m_tables;
+    dsp::Workers &m_workers;
+    std::array<VectorLayout, BlockTypes> m_layouts;
+    std::array<SearchBooks, BlockTypes> m_books;
+    SearchBooks m_peakBooks;
+    std::array<std::vector<int>, BlockTypes> m_edges;
+    std::vector<std::vector<int>> m_peakPositions; ///< of each period
+    std::array<dsp::MaskingModel, BlockTypes> m_masking;
+    LspCoder m_lspCoder;
+    EnvelopeCoder m_envelopeCoder;
+    std::array<bool, BlockTypes> m_seen{}; ///< types whose history is known to every decoder
+
+    std::array<Channel, Channels> m_channels;
+    Spectrum m_threshold;
+    Spectrum m_weight; ///< of a squared error, for both channels
+};
+
+} // namespace vqf

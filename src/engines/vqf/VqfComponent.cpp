@@ -1,0 +1,99 @@
+#include "engines/vqf/VqfComponent.h"
+
+#include "base/RunTimeFailure.h"
+#include "engines/common/OutputFile.h"
+#include "engines/vqf/Format.h"
+#include "engines/vqf/VqfEncoder.h"
+#include "engines/vqf/WavReader.h"
+
+#include <QElapsedTimer>
+#include <functional>
+
+namespace vqf {
+
+namespace {
+
+constexpr qint64 ProgressInterval = 200; // ms
+/// Little enough to stop soon, whatever the rate of the input.
+constexpr qint64 FramesAtATime = 2 * FrameSize;
+
+/// Converts the whole file unless `stopping` becomes true; whether it did. Raises a RunTimeFailure.
+bool convert(WavReader &input, const QString &path, const codecs::EncoderRecipe &recipe,
+             const std::atomic<bool> &stopping, const std::function<void(qint32 percent)> &report)
+{
+    engines::OutputFile output(path);
+    const auto encoder = recipe.create(input.format(), output);
+    QElapsedTimer sinceReport;
+    sinceReport.start();
+    qint64 done = 0;
+    for (;;) {
+        if (stopping)
+            return false;
+        const std::vector<qint16> &samples = input.read(FramesAtATime);
+        if (samples.empty())
+            break;
+        const auto frames = static_cast<qint64>(samples.size()) / input.format().channels;
+        encoder->encode(samples.data(), frames);
+        done += frames;
+        if (sinceReport.elapsed() >= ProgressInterval) {
+            report(static_cast<qint32>(99 * done / input.frames()));
+            sinceReport.restart();
+        }
+    }
+    if (done < input.frames())
+        return false;
+    encoder->finish();
+    output.commit();
+    return true;
+}
+
+} // namespace
+
+VqfComponent::VqfComponent(int threads, QObject *parent) : VEnc(parent), m_threads(threads) {}
+
+VqfComponent::~VqfComponent()
+{
+    stop();
+}
+
+void VqfComponent::setVqfBitRate(qint16 rate)
+{
+    if (rate != KilobitsPerSecond)
+        throw RunTimeFailure(RunTimeFailure::InvalidCall,
+                             QStringLiteral("VQF files are written at 96 kb/s, not at %1").arg(rate));
+}
+
+void VqfComponent::VqfEncode()
+{
+    const auto recipe = vqfRecipe(m_threads);
+    stop();
+    const int job = ++m_job;
+    m_thread = std::thread([this, job, recipe, input = m_input, output = m_output] {
+        const auto report = [this, job](qint32 percent) {
+            QMetaObject::invokeMethod(
+                this,
+                [this, job, percent] {
+                    if (job == m_job) // what an ended conversion still had to say is of no interest
+                        Q_EMIT VqfProgress(percent);
+                },
+                Qt::QueuedConnection);
+        };
+        WavReader reader(input);
+        try {
+            if (reader.isOpen() && convert(reader, output, *recipe, m_stopping, report))
+                report(100);
+        } catch (const RunTimeFailure &) {
+            // A file that can't be converted never reaches 100; nothing else tells it.
+        }
+    });
+}
+
+void VqfComponent::stop()
+{
+    m_stopping = true;
+    if (m_thread.joinable())
+        m_thread.join();
+    m_stopping = false;
+}
+
+} // namespace vqf

@@ -1,0 +1,244 @@
+#include "engines/vqf/VqfComponent.h"
+
+#include "base/RunTimeFailure.h"
+#include "testkit/Printing.h"
+#include "testkit/Ui.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtEndian>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A WAV file of a rough tone.
+struct WavPlan
+{
+    int tag = 1;
+    int rate = 44100;
+    int channels = 2;
+    int bits = 16;
+    int frames = 10000;
+    int missingBytes = 0; ///< that the header promises in vain
+};
+
+QByteArray wavFile(const WavPlan &plan)
+{
+    QByteArray data;
+    const int bytes = plan.bits / 8;
+    for (int n = 0; n < plan.frames * plan.channels; ++n) {
+        const double value = (n / plan.channels * 441 / plan.rate * 7 % 100) / 50.0 - 1;
+        char sample[4] = {};
+        if (plan.tag == 3)
+            qToLittleEndian(static_cast<float>(value), sample);
+        else if (plan.bits == 8)
+            sample[0] = static_cast<char>(128 + value * 100);
+        else
+            qToLittleEndian(static_cast<qint32>(value * 2000000000) >> (32 - plan.bits), sample);
+        data.append(sample, bytes);
+    }
+    QByteArray head;
+    const auto number = [&head](quint32 value, int count) {
+        for (; count > 0; --count, value >>= 8)
+            head.append(static_cast<char>(value));
+    };
+    const auto dataSize = static_cast<quint32>(data.size() + plan.missingBytes);
+    head += "RIFF";
+    number(dataSize + 36 + 10, 4);
+    head += "WAVELIST";
+    number(1, 4);
+    head += QByteArray("x\0", 2); // an odd chunk is filled up
+    head += "fmt ";
+    number(16, 4);
+    number(static_cast<quint32>(plan.tag), 2);
+    number(static_cast<quint32>(plan.channels), 2);
+    number(static_cast<quint32>(plan.rate), 4);
+    number(static_cast<quint32>(plan.rate * plan.channels * bytes), 4);
+    number(static_cast<quint32>(plan.channels * bytes), 2);
+    number(static_cast<quint32>(plan.bits), 2);
+    head += "data";
+    number(dataSize, 4);
+    return head + data;
+}
+
+class VqfComponentTest : public ::testing::Test
+{
+protected:
+    VqfComponentTest()
+    {
+        QObject::connect(&component, &VEnc::VqfProgress, &component, [this](qint32 percent) {
+            EXPECT_EQ(QThread::currentThread(), component.thread());
+            progress.append(percent);
+        });
+        component.setVqfBitRate(96);
+    }
+
+    void start(const QByteArray &content)
+    {
+        QFile file(input);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        component.setVqfInputFile(input);
+        component.setVqfOutputFile(output);
+        component.VqfEncode();
+    }
+
+    bool reaches100()
+    {
+        return waitFor([this] { return progress.contains(100); });
+    }
+
+    QStringList entries() const
+    {
+        return QDir(folder.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
+    QTemporaryDir folder;
+    QString input = folder.filePath(QStringLiteral("a 'ü' 日本.wav"));
+    QString output = folder.filePath(QStringLiteral("a 'ü' 日本.vqf"));
+    QList<qint32> progress;
+    vqf::VqfComponent component;
+};
+
+constexpr qint64 fileSize(qint64 frames)
+{
+    return 56 + (((frames + 2047) / 2048 + 2) * 4458 + 7) / 8;
+}
+
+TEST_F(VqfComponentTest, progressRisesTo100OnceTheFileIsWhole)
+{
+    QObject::connect(&component, &VEnc::VqfProgress, &component,
+                     [this](qint32 percent) { EXPECT_EQ(QFile::exists(output), percent == 100); });
+    start(wavFile({.frames = 300000}));
+    EXPECT_FALSE(QFile::exists(output)) << "the call returns at once";
+    ASSERT_TRUE(reaches100());
+    EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
+    EXPECT_EQ(progress.count(100), 1);
+    EXPECT_EQ(QFileInfo(output).size(), fileSize(300000));
+    EXPECT_EQ(entries().size(), 2);
+}
+
+TEST_F(VqfComponentTest, aHandlerMayStartTheNextFile)
+{
+    const QString second = folder.filePath(QStringLiteral("second.vqf"));
+    QObject::connect(&component, &VEnc::VqfProgress, &component, [&](qint32 percent) {
+        if (percent < 100 || progress.count(100) > 1)
+            return;
+        component.setVqfOutputFile(second);
+        component.VqfEncode();
+    });
+    start(wavFile({}));
+    ASSERT_TRUE(waitFor([this] { return progress.count(100) == 2; }));
+    EXPECT_EQ(QFileInfo(output).size(), QFileInfo(second).size());
+}
+
+TEST_F(VqfComponentTest, takesWhateverPcmAWavFileHolds)
+{
+    const std::vector<std::pair<WavPlan, qint64>> rows{
+        {{.bits = 8}, 10000},
+        {{.channels = 1}, 10000},
+        {{.channels = 1, .bits = 24}, 10000},
+        {{.bits = 32}, 10000},
+        {{.tag = 3, .bits = 32}, 10000},
+        {{.rate = 22050, .channels = 1, .bits = 8}, 20000},
+        {{.rate = 48000}, 9188},
+        {{.frames = 0}, 0},
+        {{.frames = 1}, 1},
+        {{.missingBytes = 4000}, 10000},
+    };
+    for (const auto &[plan, frames] : rows) {
+        progress.clear();
+        start(wavFile(plan));
+        ASSERT_TRUE(reaches100()) << plan.rate << ' ' << plan.channels << ' ' << plan.bits;
+        EXPECT_EQ(QFileInfo(output).size(), fileSize(frames))
+            << plan.rate << ' ' << plan.channels << ' ' << plan.bits;
+    }
+}
+
+TEST_F(VqfComponentTest, whatIsNoWavFileOrFindsNoPlaceLeavesNothing)
+{
+    const QByteArray good = wavFile({});
+    const QString elsewhere = folder.filePath(QStringLiteral("missing/a.vqf"));
+    struct Row
+    {
+        QByteArray content;
+        QString output;
+    };
+    const std::vector<Row> rows{
+        {"ID3 this is something else altogether, but long enough to hold a header", output},
+        {{}, output},
+        {good.left(20), output},
+        {wavFile({.tag = 0x11, .bits = 8}), output},
+        {wavFile({.channels = 6}), output},
+        {QByteArray(good).replace("data", "junk"), output},
+        {good, elsewhere},
+    };
+    for (const Row &row : rows) {
+        component.setVqfOutputFile(row.output);
+        start(row.content);
+        component.setVqfOutputFile(row.output);
+        component.VqfEncode();
+        // Starting over waits for the conversion that runs.
+        component.setVqfInputFile(folder.filePath(QStringLiteral("nothing.wav")));
+        component.VqfEncode();
+        component.setVqfInputFile(input);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(progress.isEmpty()) << row.content.left(60).toStdString();
+    }
+    EXPECT_EQ(entries(), QStringList{QFileInfo(input).fileName()});
+}
+
+TEST_F(VqfComponentTest, endsAtOnceWithItsOwner)
+{
+    auto owned = std::make_unique<vqf::VqfComponent>();
+    start(wavFile({.frames = 10}));
+    ASSERT_TRUE(reaches100());
+    QFile old(output);
+    const qint64 oldSize = old.size();
+    QFile file(input);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(wavFile({.frames = 2000000}));
+    file.close();
+    owned->setVqfInputFile(input);
+    owned->setVqfOutputFile(output);
+    bool reported = false;
+    QObject::connect(owned.get(), &VEnc::VqfProgress, owned.get(), [&] { reported = true; });
+    owned->VqfEncode();
+    ASSERT_TRUE(waitFor([&] { return reported; }));
+    QElapsedTimer clock;
+    clock.start();
+    owned.reset();
+    EXPECT_LT(clock.elapsed(), 1000);
+    EXPECT_EQ(entries().size(), 2);
+    EXPECT_EQ(QFileInfo(output).size(), oldSize) << "the old file stays";
+}
+
+TEST_F(VqfComponentTest, takesNoOtherBitRate)
+{
+    EXPECT_THROW(component.setVqfBitRate(80), RunTimeFailure);
+}
+
+/// What the command line decoder says of a file besides its two usual lines, and how long the sound is.
+TEST_F(VqfComponentTest, theSystemsPlayerTakesTheFile)
+{
+    start(wavFile({.frames = 50000}));
+    ASSERT_TRUE(reaches100());
+    QProcess player;
+    player.start(QStringLiteral("ffmpeg"),
+                 {QStringLiteral("-nostdin"), QStringLiteral("-v"), QStringLiteral("warning"),
+                  QStringLiteral("-i"), output, QStringLiteral("-f"), QStringLiteral("s16le"),
+                  QStringLiteral("-")});
+    ASSERT_TRUE(player.waitForFinished());
+    EXPECT_EQ(player.exitCode(), 0);
+    EXPECT_EQ(player.readAllStandardOutput().size(), 25 * 2048 * 4);
+    for (const QByteArray &line : player.readAllStandardError().split('\n'))
+        EXPECT_TRUE(line.isEmpty() || line.contains("Estimating duration from bitrate") ||
+                    line.contains("Input/output error"))
+            << line.toStdString();
+}
+
+} // namespace

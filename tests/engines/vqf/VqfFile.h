@@ -1,0 +1,56 @@
+#pragma once
+
+#include "ModelDecoder.h"
+#include "engines/common/OutputFile.h"
+#include "engines/vqf/VqfEncoder.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+/// A sink in memory.
+class Buffer : public engines::ByteSink
+{
+public:
+    void write(const std::uint8_t *from, std::size_t count) override
+    {
+        bytes.resize(std::max(bytes.size(), m_place + count));
+        std::copy_n(from, count, bytes.begin() + static_cast<std::ptrdiff_t>(m_place));
+        m_place += count;
+    }
+    void seek(std::int64_t position) override { m_place = static_cast<std::size_t>(position); }
+
+    std::vector<std::uint8_t> bytes;
+
+private:
+    std::size_t m_place = 0;
+};
+
+/// Left and right in turn.
+using Pcm = std::vector<qint16>;
+
+inline std::vector<std::uint8_t> encodeVqf(const Pcm &samples, int threads = 1, codecs::PcmFormat format = {})
+{
+    Buffer buffer;
+    const auto encoder = vqf::vqfRecipe(threads)->create(format, buffer);
+    encoder->encode(samples.data(), static_cast<qsizetype>(samples.size()) / format.channels);
+    encoder->finish();
+    return buffer.bytes;
+}
+
+constexpr std::size_t VqfHeaderBytes = 56;
+
+/// The sound of a file by the system's decoder, in 16-bit units; sample 0 is that of the input.
+inline ModelDecoder::Samples decodeVqf(const std::vector<std::uint8_t> &file)
+{
+    const std::size_t bits = (file.size() - VqfHeaderBytes) * 8;
+    std::vector<std::vector<std::uint8_t>> packets;
+    for (std::size_t bit = 0; bit + vqf::FrameBits <= bits; bit += vqf::FrameBits) {
+        const std::size_t first = VqfHeaderBytes + bit / 8;
+        std::vector<std::uint8_t> packet{static_cast<std::uint8_t>(bit % 8)};
+        packet.insert(packet.end(), file.begin() + static_cast<std::ptrdiff_t>(first),
+                      file.begin() + static_cast<std::ptrdiff_t>(std::min(first + 559, file.size())));
+        packet.resize(560);
+        packets.push_back(packet);
+    }
+    return decodeBySystem(packets);
+}
