@@ -39,7 +39,8 @@ Frames framesOf(const QByteArray &file)
         // By the tables of the format; MPEG 2.5 has the rates of MPEG 2.
         const int rates1[] = {0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};
         const int rates2[] = {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160};
-        const int bitRate = (mpeg1 ? rates1 : rates2)[byte(2) >> 4];
+        const int *const rates = mpeg1 ? rates1 : rates2;
+        const int bitRate = rates[byte(2) >> 4];
         // The first frame is the tag's and has a rate of its own.
         if (frames.count++ > 0)
             frames.bitRates.insert(bitRate);

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "components/NCTAudioFile.h"
+#include "engines/audiofile/Mp3Options.h"
+#include "engines/audiofile/OutputFormat.h"
+#include "engines/audiofile/ReadAhead.h"
+#include "engines/common/OutputFile.h"
+
+namespace audiofile {
+
+/// Files that are read are decoded ahead in a thread. Files that are written take their name when `CloseFile`
+/// finishes them; one that met a failure, or that another `OpenWrite` or the end of the object overtakes, is
+/// dropped. All calls come from one thread.
+class AudioFile final : public NCTAudioFile
+{
+public:
+    explicit AudioFile(QObject *parent = nullptr);
+
+    void OpenRead(const QString &path) override;
+    void CloseFile() override;
+    void OpenWrite(const QString &path) override;
+    void WriteSamples(const QList<qint16> &samples) override;
+    QList<qint16> ReadSamples(qint32 count) override;
+    qint32 DurationSeconds() const override;
+    qint32 SamplesPerSecond() const override;
+    QString FormatString() const override;
+    qint32 Status() const override { return m_status; }
+    qint32 ChannelCount() const override;
+    qint32 SampleRate() const override;
+    void SetWAVFormat(qint32 rate, qint32 channels, qint32 bitsPerSample) override;
+    void SetInputFormat(qint32 rate, qint32 channels) override;
+    void SetOGGFormat(qint32 rate, qint32 channels, qint32 bitRate) override;
+    void SetOGGFormat(qint32 rate, qint32 channels, qint32 bitRate, qint32 minimum, qint32 maximum) override;
+    void SetOGGFormat(qint32 rate, qint32 channels, qint32 bitRate, qint32 minimum, qint32 maximum,
+                      qint16 quality) override;
+    void SelectWMAProfile(qint32 profile) override;
+    /// Nothing to do: all that can be written is on offer always.
+    void setExtendedFormats(bool) override {}
+    NCTMP3Options &MP3Options() override { return m_mp3; }
+    bool CheckOGGFormat(qint32 rate, qint32 channels, qint32 bitRate, qint32 minimum,
+                        qint32 maximum) const override;
+
+private:
+    /// A file in the making. The encoder comes once the input's format is known.
+    struct Target
+    {
+        Target(const QString &path, std::shared_ptr<const codecs::EncoderRecipe> format)
+            : file(path), recipe(std::move(format))
+        {}
+        codecs::Encoder &encoderOf(const codecs::PcmFormat &input);
+
+        engines::OutputFile file;
+        const std::shared_ptr<const codecs::EncoderRecipe> recipe;
+        std::unique_ptr<codecs::Encoder> encoder;
+    };
+
+    void setOutput(const OutputFormat &format);
+    codecs::PcmFormat sourceFormat() const;
+
+    Mp3Options m_mp3;
+    OutputFormat m_output;
+    std::optional<QString> m_sourceText; ///< while it's the source that is described
+    qint32 m_status = 0;
+    std::unique_ptr<ReadAhead> m_source;
+    std::unique_ptr<Target> m_target;
+    codecs::PcmFormat m_input;
+};
+
+} // namespace audiofile

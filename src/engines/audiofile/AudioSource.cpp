@@ -1,0 +1,164 @@
+#include "engines/audiofile/AudioSource.h"
+
+#include "base/RunTimeFailure.h"
+#include "engines/audiofile/FormatText.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace audiofile {
+
+namespace {
+
+constexpr int HighestRate = 768000;
+constexpr int MostChannels = 64;
+constexpr qsizetype FramesPerRead = 4096;
+
+[[noreturn]] void failNoSound()
+{
+    throw RunTimeFailure(RunTimeFailure::InvalidCall,
+                         QStringLiteral("This is no MP3, WAV, WMA or OGG file with sound"));
+}
+
+} // namespace
+
+AudioSource::AudioSource(const QString &path)
+    : m_file(path), m_packet(av_packet_alloc()), m_frame(av_frame_alloc())
+{
+    openContainer();
+    openDecoder();
+    findLength();
+    m_converter.emplace(m_format);
+    // A file that only looks like sound shows it here and not in the middle of a job.
+    while (m_decoded.empty() && decodeMore())
+        continue;
+    if (m_decoded.empty() && m_faulty)
+        failNoSound();
+    m_seconds = m_decoded.empty() ? 0 : std::max(m_seconds, 1);
+}
+
+void AudioSource::openContainer()
+{
+    // Faults of a file are told by failures; nothing goes to the terminal.
+    av_log_set_level(AV_LOG_QUIET);
+    AVFormatContext *container = avformat_alloc_context();
+    container->pb = m_file.context();
+    // Other formats aren't read, among them lists that would open further files.
+    container->format_whitelist = av_strdup("mp3,wav,asf,ogg");
+    if (avformat_open_input(&container, nullptr, nullptr, nullptr) < 0)
+        failNoSound();
+    m_container.reset(container);
+    if (avformat_find_stream_info(container, nullptr) < 0)
+        failNoSound();
+    m_stream = av_find_best_stream(container, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+    if (m_stream < 0)
+        failNoSound();
+    // Cover pictures are streams, too.
+    for (unsigned i = 0; i < container->nb_streams; ++i)
+        container->streams[i]->discard = int(i) == m_stream ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+}
+
+void AudioSource::openDecoder()
+{
+    const AVStream &stream = *m_container->streams[m_stream];
+    const AVCodecParameters &parameters = *stream.codecpar;
+    const int channels = parameters.ch_layout.nb_channels;
+    const AVCodec *codec = avcodec_find_decoder(parameters.codec_id);
+    if (!codec || parameters.sample_rate < 1 || parameters.sample_rate > HighestRate || channels < 1 ||
+        channels > MostChannels)
+        failNoSound();
+    m_decoder.reset(avcodec_alloc_context3(codec));
+    m_decoder->pkt_timebase = stream.time_base;
+    if (avcodec_parameters_to_context(m_decoder.get(), &parameters) < 0 ||
+        avcodec_open2(m_decoder.get(), codec, nullptr) < 0)
+        failNoSound();
+    m_format = {parameters.sample_rate, std::min(channels, 2)};
+    m_description = sourceText(*m_container, parameters);
+}
+
+void AudioSource::findLength()
+{
+    const qint64 duration = m_container->duration; // in millionths of a second
+    if (duration <= 0)
+        return;
+    m_seconds = static_cast<int>(std::clamp<double>(std::nearbyint(double(duration) / AV_TIME_BASE), 0, 1e9));
+    if (m_container->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE)
+        return; // a guess
+    const AVCodecParameters &parameters = *m_container->streams[m_stream]->codecpar;
+    const QLatin1String container(m_container->iformat->name);
+    const bool blocks =
+        container == QLatin1String("wav") && av_get_exact_bits_per_sample(parameters.codec_id) == 0;
+    // The last block is filled up, by less than a block or, where frames overlap, by two frames.
+    if (container == QLatin1String("asf"))
+        m_heldFrames = 2 * std::max(m_decoder->frame_size, 2048);
+    else if (blocks)
+        m_heldFrames = 8192;
+    else
+        return;
+    m_length = av_rescale(duration, m_format.rate, AV_TIME_BASE);
+}
+
+std::vector<qint16> AudioSource::read()
+{
+    const auto channels = static_cast<std::size_t>(m_format.channels);
+    const std::size_t held = m_ended ? 0 : static_cast<std::size_t>(m_heldFrames) * channels;
+    while (!m_ended && m_decoded.size() < held + FramesPerRead * channels)
+        decodeMore();
+    const std::size_t keep = m_ended ? 0 : held;
+    const std::size_t given = m_decoded.size() - std::min(keep, m_decoded.size());
+    std::vector<qint16> samples(m_decoded.begin(), m_decoded.begin() + qsizetype(given));
+    m_decoded.erase(m_decoded.begin(), m_decoded.begin() + qsizetype(given));
+    m_framesGiven += qint64(given / channels);
+    return samples;
+}
+
+/// False at the end.
+bool AudioSource::decodeMore()
+{
+    if (m_ended)
+        return false;
+    if (av_read_frame(m_container.get(), m_packet.get()) < 0) {
+        if (m_file.failed())
+            throw RunTimeFailure(RunTimeFailure::DeviceIoError);
+        avcodec_send_packet(m_decoder.get(), nullptr);
+        takeFrames();
+        m_converter->finish(m_decoded);
+        m_ended = true;
+        cutTail();
+        return false;
+    }
+    if (m_packet->stream_index == m_stream) {
+        m_faulty |= avcodec_send_packet(m_decoder.get(), m_packet.get()) < 0;
+        takeFrames();
+    }
+    av_packet_unref(m_packet.get());
+    return true;
+}
+
+void AudioSource::takeFrames()
+{
+    for (;;) {
+        const int result = avcodec_receive_frame(m_decoder.get(), m_frame.get());
+        if (result == AVERROR(EAGAIN) || result == AVERROR_EOF)
+            return;
+        if (result < 0) {
+            m_faulty = true;
+            return;
+        }
+        if (m_frame->sample_rate > 0 && m_frame->sample_rate <= HighestRate && m_frame->nb_samples > 0)
+            m_converter->convert(*m_frame, m_decoded);
+        av_frame_unref(m_frame.get());
+    }
+}
+
+void AudioSource::cutTail()
+{
+    if (!m_length)
+        return;
+    const qint64 frames = qint64(m_decoded.size()) / m_format.channels;
+    const qint64 excess = m_framesGiven + frames - *m_length;
+    if (excess > 0 && excess <= std::min<qint64>(m_heldFrames, frames))
+        m_decoded.resize(static_cast<std::size_t>((frames - excess) * m_format.channels));
+}
+
+} // namespace audiofile

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "engines/audiofile/AvFile.h"
+#include "engines/audiofile/FrameConverter.h"
+
+#include <QString>
+#include <optional>
+
+namespace audiofile {
+
+/// Decodes a file of any of the four formats, recognised by what it holds. What encoders added in front and
+/// behind is cut off again where the file tells how much it was. Faulty places are passed over. Any one
+/// thread at a time.
+class AudioSource
+{
+public:
+    /// Failure 53 or 75 for a file that can't be read, 5 for one in which there's no sound of these formats.
+    explicit AudioSource(const QString &path);
+
+    const codecs::PcmFormat &format() const { return m_format; }
+    /// To the nearest one, but no sound is so short that it had none; 0 for no sound at all.
+    int seconds() const { return m_seconds; }
+    /// A line for people.
+    const QString &description() const { return m_description; }
+
+    /// The next samples, interleaved; none at the end. Failure 57 for a fault of the device.
+    std::vector<qint16> read();
+
+private:
+    struct Close
+    {
+        void operator()(AVFormatContext *format) const { avformat_close_input(&format); }
+    };
+
+    void openContainer();
+    void openDecoder();
+    void findLength();
+    bool decodeMore();
+    void takeFrames();
+    void cutTail();
+
+    AvFile m_file;
+    std::unique_ptr<AVFormatContext, Close> m_container;
+    int m_stream = -1;
+    codecs::AvCodec m_decoder;
+    codecs::AvPacket m_packet;
+    codecs::AvFrame m_frame;
+    codecs::PcmFormat m_format;
+    int m_seconds = 0;
+    QString m_description;
+    std::optional<FrameConverter> m_converter;
+    std::vector<qint16> m_decoded; ///< and not yet given away
+    qint64 m_framesGiven = 0;
+    std::optional<qint64> m_length; ///< in frames, where the file tells it and the decoder doesn't keep to it
+    int m_heldFrames = 0;           ///< so many are kept back until the end is known
+    bool m_ended = false;
+    bool m_faulty = false;
+};
+
+} // namespace audiofile

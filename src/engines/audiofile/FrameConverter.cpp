@@ -1,0 +1,80 @@
+#include "engines/audiofile/FrameConverter.h"
+
+#include "engines/codecs/AvHandles.h"
+
+extern "C" {
+#include <libswresample/swresample.h>
+}
+
+namespace audiofile {
+
+namespace {
+
+constexpr const char *What = "Converting decoded sound";
+
+} // namespace
+
+void FrameConverter::Free::operator()(SwrContext *context) const
+{
+    swr_free(&context);
+}
+
+void FrameConverter::convert(const AVFrame &frame, std::vector<qint16> &samples)
+{
+    if (!m_context || frame.format != m_sampleFormat || frame.ch_layout.nb_channels != m_channels ||
+        frame.sample_rate != m_rate) {
+        finish(samples);
+        setUp(frame);
+    }
+    pass(frame.extended_data, frame.nb_samples, samples);
+}
+
+void FrameConverter::finish(std::vector<qint16> &samples)
+{
+    if (m_context && m_rate != m_output.rate)
+        pass(nullptr, 0, samples);
+}
+
+void FrameConverter::setUp(const AVFrame &frame)
+{
+    m_sampleFormat = frame.format;
+    m_channels = frame.ch_layout.nb_channels;
+    m_rate = frame.sample_rate;
+    AVChannelLayout from = frame.ch_layout;
+    if (from.order == AV_CHANNEL_ORDER_UNSPEC)
+        av_channel_layout_default(&from, m_channels);
+    AVChannelLayout to;
+    av_channel_layout_default(&to, m_output.channels);
+    const auto format = static_cast<AVSampleFormat>(m_sampleFormat);
+    SwrContext *context = nullptr;
+    codecs::checkAv(swr_alloc_set_opts2(&context, &to, AV_SAMPLE_FMT_S16, m_output.rate, &from, format,
+                                        m_rate, 0, nullptr),
+                    What);
+    m_context.reset(context);
+    av_opt_set(context, "resampler", "soxr", 0);
+    av_opt_set_sample_fmt(context, "internal_sample_fmt", AV_SAMPLE_FMT_FLTP, 0);
+    if (m_channels <= 2 && m_channels == m_output.channels && av_get_bytes_per_sample(format) > 2) {
+        // Straight from more bits to 16 the library cuts; by way of a matrix it rounds.
+        const double same[4] = {1, 0, 0, 1};
+        const double one[1] = {1};
+        codecs::checkAv(swr_set_matrix(context, m_channels == 2 ? same : one, m_channels), What);
+    } else if (m_channels == 1 && m_output.channels == 2) {
+        const double both[2] = {1, 1};
+        codecs::checkAv(swr_set_matrix(context, both, 1), What);
+    }
+    codecs::checkAv(swr_init(context), What);
+}
+
+void FrameConverter::pass(const std::uint8_t *const *planes, int frames, std::vector<qint16> &samples)
+{
+    const int room = codecs::checkAv(swr_get_out_samples(m_context.get(), frames), What) + 1;
+    const auto channels = static_cast<std::size_t>(m_output.channels);
+    const std::size_t begin = samples.size();
+    samples.resize(begin + static_cast<std::size_t>(room) * channels);
+    auto *out = reinterpret_cast<std::uint8_t *>(samples.data() + begin);
+    const int made = codecs::checkAv(
+        swr_convert(m_context.get(), &out, room, const_cast<const std::uint8_t **>(planes), frames), What);
+    samples.resize(begin + static_cast<std::size_t>(made) * channels);
+}
+
+} // namespace audiofile

@@ -1,0 +1,250 @@
+#include "Pump.h"
+#include "engines/codecs/WmaEncoder.h"
+#include "testkit/Printing.h"
+#include "testkit/Signals.h"
+
+#include <QtEndian>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+
+using audiofile::AudioFile;
+using testkit::encode;
+using testkit::failureOf;
+using testkit::music;
+using testkit::signalToNoise;
+
+constexpr qsizetype Frames = 60'000;
+
+class SourcesTest : public ::testing::Test
+{
+protected:
+    std::vector<qint16> read(const QByteArray &file, qint32 piece = 88200)
+    {
+        return readAll(reader, folder.put(QStringLiteral("a.file"), file), piece);
+    }
+
+    const Folder folder;
+    const std::vector<qint16> sound = music(44100, 2, Frames);
+    const QByteArray mp3 = encode(*codecs::mp3Recipe({}), {}, sound);
+    const QByteArray wav = encode(*codecs::wavRecipe(), {}, sound);
+    const QByteArray wma = encode(*codecs::wmaRecipe({}), {}, sound);
+    const QByteArray ogg = encode(*codecs::vorbisRecipe({}), {}, sound);
+    AudioFile reader;
+};
+
+template <typename Number>
+QByteArray bytesOf(Number number)
+{
+    number = qToLittleEndian(number);
+    return {reinterpret_cast<const char *>(&number), sizeof number};
+}
+
+/// A WAV file of any kind: tag 1 is PCM, 3 is floating point.
+QByteArray wavFile(int tag, int rate, int channels, int bits, const QByteArray &data)
+{
+    const int frameBytes = channels * bits / 8;
+    const QByteArray format = bytesOf<quint16>(quint16(tag)) + bytesOf<quint16>(quint16(channels)) +
+                              bytesOf<quint32>(quint32(rate)) + bytesOf<quint32>(quint32(rate * frameBytes)) +
+                              bytesOf<quint16>(quint16(frameBytes)) + bytesOf<quint16>(quint16(bits));
+    return "RIFF" + bytesOf<quint32>(quint32(data.size() + 36)) + "WAVEfmt " + bytesOf<quint32>(16) + format +
+           "data" + bytesOf<quint32>(quint32(data.size())) + data;
+}
+
+TEST_F(SourcesTest, theReaderTellsWhatItOpened)
+{
+    const struct
+    {
+        QByteArray file;
+        const char *text;
+    } rows[] = {{mp3, "MP3, 44100 Hz, Stereo, 128 kb/s"},
+                {wav, "WAV, 44100 Hz, Stereo, 16 bits PCM"},
+                {wma, "WMA, 44100 Hz, Stereo, 128 kb/s"},
+                {ogg, "OGG Vorbis, 44100 Hz, Stereo, 128 kb/s"}};
+    for (const auto &row : rows) {
+        reader.OpenRead(folder.put(QStringLiteral("a"), row.file));
+        EXPECT_EQ(reader.Status(), 0);
+        EXPECT_EQ(reader.FormatString(), QString::fromLatin1(row.text));
+        EXPECT_EQ(reader.SampleRate(), 44100);
+        EXPECT_EQ(reader.ChannelCount(), 2);
+        EXPECT_EQ(reader.SamplesPerSecond(), 88200);
+        EXPECT_EQ(reader.DurationSeconds(), 1); // 1.36
+    }
+    reader.SelectWMAProfile(51);
+    EXPECT_EQ(reader.FormatString(), QStringLiteral("WMA, 44100 Hz, Stereo, 160 kb/s CBR, profile 51"));
+    reader.CloseFile();
+    reader.CloseFile();
+    EXPECT_EQ(reader.SampleRate(), 0);
+    EXPECT_EQ(failureOf([&] { reader.ReadSamples(1); }), RunTimeFailure::InvalidCall);
+}
+
+TEST_F(SourcesTest, theSoundIsTheSameWhateverTheAmountsAskedFor)
+{
+    for (const QByteArray &file : {mp3, wav, wma, ogg}) {
+        const auto whole = read(file);
+        // WMA tells its length in milliseconds.
+        EXPECT_NEAR(double(whole.size()), double(sound.size()), file == wma ? 46 : 0);
+        EXPECT_GT(signalToNoise(sound, whole), 10);
+        EXPECT_TRUE(read(file, 777) == whole);
+        EXPECT_TRUE(read(file, 1'000'000) == whole);
+        EXPECT_TRUE(reader.ReadSamples(10).isEmpty());
+    }
+}
+
+TEST_F(SourcesTest, aReaderThatIsClosedEarlyOrOpenedAnewStopsItsThread)
+{
+    const QString path =
+        folder.put(QStringLiteral("a"), encode(*codecs::wavRecipe(), {}, music(44100, 2, 441'000)));
+    for (int i = 0; i < 20; ++i) {
+        AudioFile other;
+        other.OpenRead(path);
+        reader.OpenRead(path);
+        EXPECT_EQ(reader.ReadSamples(100).size(), 100);
+    }
+}
+
+TEST_F(SourcesTest, whatIsNoSoundGivesANegativeStatus)
+{
+    QByteArray noise;
+    for (quint32 i = 0, value = 1; i < 60'000; ++i)
+        noise.append(char((value = value * 1664525 + 1013904223) >> 24));
+    const QString missing = folder.path(QStringLiteral("missing.mp3"));
+    for (const QString &path :
+         {missing, folder.folder.path(), folder.put(QStringLiteral("empty.mp3"), {}),
+          folder.put(QStringLiteral("text.mp3"), QByteArray("A letter to somebody.\n").repeated(500)),
+          folder.put(QStringLiteral("noise.wav"), noise),
+          folder.put(QStringLiteral("head.wav"), wav.left(20)),
+          folder.put(QStringLiteral("head.ogg"), ogg.left(100)),
+          folder.put(QStringLiteral("head.wma"), wma.left(60)),
+          folder.put(QStringLiteral("list.mp3"), "#EXTM3U\n#EXT-X-TARGETDURATION:5\n#EXTINF:5,\na.mp3\n"),
+          folder.put(QStringLiteral("rate0.wav"), wavFile(1, 0, 2, 16, QByteArray(4000, 'x'))),
+          folder.put(QStringLiteral("tagonly.mp3"), QByteArray("ID3\x3\0\0\0\0\x7f\x7f", 10))}) {
+        SCOPED_TRACE(path.toStdString());
+        reader.OpenRead(path);
+        EXPECT_LT(reader.Status(), 0);
+        EXPECT_EQ(reader.FormatString(), QString());
+        EXPECT_EQ(failureOf([&] { reader.ReadSamples(10); }), RunTimeFailure::InvalidCall);
+        reader.CloseFile();
+    }
+}
+
+TEST_F(SourcesTest, aFileWithoutSoundEndsAtOnce)
+{
+    for (const auto &recipe : {codecs::wavRecipe(), codecs::vorbisRecipe({})}) {
+        EXPECT_TRUE(read(encode(*recipe, {}, {})).empty());
+        EXPECT_EQ(reader.Status(), 0);
+        EXPECT_EQ(reader.DurationSeconds(), 0);
+    }
+    EXPECT_EQ(read(encode(*codecs::wavRecipe(), {}, {1, 2})).size(), 2U);
+    EXPECT_EQ(reader.DurationSeconds(), 1);
+}
+
+TEST_F(SourcesTest, truncatedFilesGiveWhatTheyHaveAndFaultsInTheMiddleArePassedOver)
+{
+    for (const QByteArray &file : {mp3, wav, wma, ogg}) {
+        SCOPED_TRACE(file.mid(1, 2).toStdString());
+        const auto half = read(file.left(file.size() / 2));
+        EXPECT_EQ(reader.Status(), 0);
+        EXPECT_GT(half.size(), sound.size() / 4);
+        EXPECT_LT(half.size(), sound.size() * 3 / 4);
+        QByteArray faulty = file;
+        for (qsizetype i = file.size() / 2; i < file.size() / 2 + 700; ++i)
+            faulty[i] = char(i * 31 + i / 7);
+        const auto rest = read(faulty);
+        EXPECT_GT(rest.size(), sound.size() / 2);
+        EXPECT_LE(rest.size(), sound.size() + 10'000);
+        EXPECT_GT(signalToNoise({sound.begin(), sound.begin() + 20'000}, rest), 8);
+    }
+}
+
+TEST_F(SourcesTest, tagsMayStandInFrontOfEveryFormat)
+{
+    // Two tags, the first with a foot, together longer than what one looks at to recognise a format.
+    const QByteArray first = QByteArray("ID3\x4\0\x10\0\0\x1\0", 10) + QByteArray(128, 'x') +
+                             QByteArray("3DI\x4\0\x10\0\0\x1\0", 10);
+    const QByteArray second = QByteArray("ID3\x3\0\0\0\x60\0\0", 10) + QByteArray(0x60 << 14, '\xff');
+    for (const QByteArray &file : {mp3, wav, wma, ogg})
+        EXPECT_TRUE(read(first + second + file) == read(file));
+}
+
+TEST_F(SourcesTest, joinedOggFilesAreReadToTheirEnd)
+{
+    const codecs::PcmFormat other{22050, 1};
+    const auto lower = testkit::chord(22050, 1, 30'000);
+    const QByteArray tail = encode(*codecs::vorbisRecipe({other, 64, 0, 0, {}}), other, lower);
+    const auto joined = read(ogg + tail);
+    EXPECT_NEAR(double(joined.size()), double(sound.size() + 4 * lower.size()), 3000);
+    EXPECT_GT(signalToNoise(sound, joined), 10);
+}
+
+TEST_F(SourcesTest, numbersOfMoreThanSixteenBitsAreRounded)
+{
+    QByteArray bits24;
+    QByteArray bits32;
+    QByteArray floats;
+    const int values[] = {
+        300 * 256 + 200, 300 * 256 + 100, -300 * 256 - 200, -256, 0x7fffff, -0x800000, 0, 257};
+    for (const int value : values) {
+        bits24 += bytesOf<qint32>(value).left(3);
+        bits32 += bytesOf<qint32>(value * 256);
+        const float scaled = float(value) / 0x800000;
+        floats += QByteArray(reinterpret_cast<const char *>(&scaled), 4);
+    }
+    const std::vector<qint16> rounded = {301, 300, -301, -1, 32767, -32768, 0, 1};
+    EXPECT_EQ(read(wavFile(1, 44100, 2, 24, bits24)), rounded);
+    EXPECT_EQ(read(wavFile(1, 44100, 1, 24, bits24)), rounded);
+    EXPECT_EQ(read(wavFile(1, 44100, 2, 32, bits32)), rounded);
+    EXPECT_EQ(read(wavFile(3, 44100, 2, 32, floats)), rounded);
+    EXPECT_EQ(read(wavFile(1, 44100, 1, 8, QByteArray("\x80\x81\xff\0", 4))),
+              (std::vector<qint16>{0, 256, 32512, -32768}));
+}
+
+TEST_F(SourcesTest, moreThanTwoChannelsAreMixedToStereoAndHighRatesPass)
+{
+    QByteArray surround;
+    for (int i = 0; i < 4000; ++i) {
+        const auto tone = qint16(std::lrint(8000 * std::sin(i * 0.05)));
+        for (const int channel : {0, 1, 2, 3, 4, 5}) // left, right, centre, low, back left, back right
+            surround += bytesOf<qint16>(channel == 0 ? tone : qint16(0));
+    }
+    const auto mixed = read(wavFile(1, 48000, 6, 16, surround));
+    EXPECT_EQ(reader.ChannelCount(), 2);
+    EXPECT_EQ(reader.FormatString(), QStringLiteral("WAV, 48000 Hz, 6 Channels, 16 bits PCM"));
+    ASSERT_EQ(mixed.size(), 8000U);
+    qint64 left = 0;
+    qint64 right = 0;
+    for (std::size_t i = 0; i < mixed.size(); i += 2) {
+        left += std::abs(mixed[i]);
+        right += std::abs(mixed[i + 1]);
+    }
+    EXPECT_GT(left, 1000 * 4000);
+    EXPECT_EQ(right, 0);
+    const auto high = testkit::chord(192000, 2, 20'000);
+    EXPECT_EQ(read(encode(*codecs::wavRecipe({{192000, 2}, 16}), {192000, 2}, high)), high);
+    EXPECT_EQ(reader.SampleRate(), 192000);
+}
+
+TEST_F(SourcesTest, adpcmIsCutToItsLength)
+{
+    for (int bits = 2; bits <= 5; ++bits)
+        EXPECT_EQ(read(encode(*codecs::wavRecipe({{44100, 2}, bits}), {}, sound)).size(), sound.size())
+            << bits;
+}
+
+TEST_F(SourcesTest, aSourceThatVanishesEndsOrFailsCleanly)
+{
+    const QString path =
+        folder.put(QStringLiteral("a.wav"), encode(*codecs::wavRecipe(), {}, music(44100, 2, 441'000)));
+    reader.OpenRead(path);
+    QFile file(path);
+    ASSERT_TRUE(file.resize(1000));
+    qsizetype values = 0;
+    failureOf([&] {
+        for (QList<qint16> samples; !(samples = reader.ReadSamples(88200)).isEmpty();)
+            values += samples.size();
+    });
+    EXPECT_LT(values, 882'000);
+}
+
+} // namespace
