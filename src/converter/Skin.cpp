@@ -18,3 +18,10 @@ void Skin::ApplySkin(QWidget *window) const
     Q_UNUSED(there)
     window->setStyleSheet(QString::fromUtf8(sheet.readAll()));
 }
+
+QFont Skin::headline(QFont font)
+{
+    font.setPointSizeF(font.pointSizeF() * 1.4);
+    font.setBold(true);
+    return font;
+}

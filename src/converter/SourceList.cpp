@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QTimer>
 #include <QUrl>
 
@@ -35,8 +36,19 @@ SourceList::SourceList(QWidget *parent) : QListWidget(parent)
 {
     setAcceptDrops(true);
     setSelectionMode(ExtendedSelection);
-    setTextElideMode(Qt::ElideMiddle);
     setUniformItemSizes(true);
+}
+
+/// An empty list says what may be dropped on it.
+void SourceList::paintEvent(QPaintEvent *event)
+{
+    QListWidget::paintEvent(event);
+    if (count() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("Drop files and folders here"));
 }
 
 void SourceList::dragEnterEvent(QDragEnterEvent *event)

@@ -15,6 +15,7 @@ Q_SIGNALS:
     void pathsDropped(const QStringList &paths);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
     void dropEvent(QDropEvent *event) override;

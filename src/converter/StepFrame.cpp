@@ -1,13 +1,13 @@
 #include "converter/StepFrame.h"
 
+#include "converter/Skin.h"
+
 #include <QPainter>
 
 void StepFrame::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    QFont headline = font();
-    headline.setPointSizeF(headline.pointSizeF() * 1.4);
-    headline.setBold(true);
+    const QFont headline = Skin::headline(font());
     painter.setFont(headline);
     painter.setPen(palette().color(QPalette::WindowText));
     const QRect line(0, 0, width(), QFontMetrics(headline).height());

@@ -9,6 +9,7 @@ frmAbout1::frmAbout1(const Desktop &desktop, const Skin &skin) : FormOf(desktop)
 {
     setupUi(this);
     setCancelButton(OKButton);
+    skinName->setFont(Skin::headline(skinName->font()));
     attach(txtWebsite, &LinkText::clicked, [this] { txtWebsite_Click(); });
     attach(txtWebsite, &LinkText::gotFocus, [this] { txtWebsite_GotFocus(); });
     attach(txtSupport, &LinkText::clicked, [this] { txtSupport_Click(); });
