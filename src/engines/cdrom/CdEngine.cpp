@@ -1,6 +1,7 @@
 #include "base/RunTimeFailure.h"
 #include "engines/cdrom/CdEngineJob.h"
 #include "engines/cdrom/ImageDrive.h"
+#include "engines/cdrom/MachineDrive.h"
 
 using namespace cdrom;
 
@@ -11,7 +12,10 @@ constexpr std::chrono::milliseconds Heartbeat{200};
 
 CdEngine::Drives allDrives(const QString &discsFolder)
 {
-    return imageDrives(discsFolder);
+    CdEngine::Drives drives = machineDrives();
+    for (std::shared_ptr<Drive> &image : imageDrives(discsFolder))
+        drives.push_back(std::move(image));
+    return drives;
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "engines/cdrom/CdioAccess.h"
 #include "engines/cdrom/CueImage.h"
 #include "engines/cdrom/DirectReader.h"
+#include "engines/cdrom/ParanoiaReader.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -13,9 +14,17 @@ namespace cdrom {
 
 namespace {
 
-QString endingOf(const QString &path)
+bool isSheet(const QString &path)
 {
-    return QFileInfo(path).suffix().toLower();
+    return path.endsWith(QStringLiteral(".cue"), Qt::CaseInsensitive);
+}
+
+/// The library's reader for such an image.
+driver_id_t driverFor(const QString &path)
+{
+    if (isSheet(path))
+        return DRIVER_BINCUE;
+    return path.endsWith(QStringLiteral(".nrg"), Qt::CaseInsensitive) ? DRIVER_NRG : DRIVER_CDRDAO;
 }
 
 /// A number for the file as it is now; 0 where there is none.
@@ -53,7 +62,7 @@ private:
 ImageDrive::ImageDrive(const QString &path, ImageOptions options)
     : m_path(path), m_options(std::move(options)), m_title(QFileInfo(path).completeBaseName())
 {
-    if (!isSheet())
+    if (!isSheet(path))
         return;
     try {
         const CueSheet sheet = CueImage::sheetIn(path);
@@ -69,11 +78,6 @@ DriveTexts ImageDrive::texts() const
     return {QFileInfo(m_path).fileName(), QStringLiteral("Disc image"), m_title};
 }
 
-bool ImageDrive::isSheet() const
-{
-    return endingOf(m_path) == u"cue";
-}
-
 MediumState ImageDrive::medium()
 {
     const quint64 sheet = m_trayOpen ? 0 : stampOf(m_path);
@@ -83,7 +87,7 @@ MediumState ImageDrive::medium()
         m_sheetStamp = sheet;
         m_parts.clear();
         try {
-            if (isSheet())
+            if (isSheet(m_path))
                 m_parts = CueImage::filesOf(CueImage::sheetIn(m_path), m_path);
         } catch (const RunTimeFailure &) {
             // Unreadable until the sheet changes.
@@ -102,14 +106,18 @@ DiscToc ImageDrive::readToc()
 
 std::unique_ptr<SectorSource> ImageDrive::openSource() const
 {
-    if (isSheet())
+    if (isSheet(m_path))
         return std::make_unique<CueImage>(m_path);
-    return std::make_unique<CdioSource>(m_path, endingOf(m_path) == u"nrg" ? DRIVER_NRG : DRIVER_CDRDAO);
+    return std::make_unique<CdioSource>(m_path, driverFor(m_path));
 }
 
 std::unique_ptr<AudioReader> ImageDrive::openReader(ReadFor purpose, const ReadHooks &hooks)
 {
     std::unique_ptr<SectorSource> source = openSource();
+    if (m_options.likeMachine && purpose == ReadFor::Extraction)
+        return std::make_unique<ParanoiaReader>(
+            openCdio(m_path, driverFor(m_path)), source->toc(), hooks,
+            ParanoiaOptions{.jitter = m_options.jitter, .fails = m_options.fails});
     if (m_options.fails)
         source = std::make_unique<FailingSource>(std::move(source), m_options.fails);
     return std::make_unique<DirectReader>(std::move(source), hooks,

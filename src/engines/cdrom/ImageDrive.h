@@ -17,7 +17,7 @@ struct ImageOptions
     /// Displacement of reads, as the flags of libcdio-paranoia number it. Only with `likeMachine`.
     int jitter = 0;
     /// True makes a read of those sectors fail. Called on the reading thread.
-    std::function<bool(qint32 first, qint32 count)> fails;
+    std::function<bool(qint32 first, qint32 count)> fails = {};
 };
 
 /// A disc image that stands for a drive with its disc.
@@ -36,7 +36,6 @@ public:
     std::unique_ptr<AudioReader> openReader(ReadFor purpose, const ReadHooks &hooks) override;
 
 private:
-    bool isSheet() const;
     std::unique_ptr<SectorSource> openSource() const;
 
     QString m_path;
