@@ -2,6 +2,7 @@
 
 #include "base/RunTimeFailure.h"
 #include "engines/audiofile/FormatText.h"
+#include "engines/audiofile/OggPages.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +14,8 @@ namespace {
 constexpr int HighestRate = 768000;
 constexpr int MostChannels = 64;
 constexpr qsizetype FramesPerRead = 4096;
+/// Longer than any format's block.
+constexpr int MostHeldFrames = 8192;
 
 [[noreturn]] void failNoSound()
 {
@@ -41,6 +44,7 @@ void AudioSource::openContainer()
 {
     // Faults of a file are told by failures; nothing goes to the terminal.
     av_log_set_level(AV_LOG_QUIET);
+    m_length = lengthInOnlyPage(m_file.context());
     AVFormatContext *container = avformat_alloc_context();
     container->pb = m_file.context();
     // Other formats aren't read, among them lists that would open further files.
@@ -69,6 +73,12 @@ void AudioSource::openDecoder()
         failNoSound();
     m_decoder.reset(avcodec_alloc_context3(codec));
     m_decoder->pkt_timebase = stream.time_base;
+    if (m_length) {
+        // The library takes a page that is the first and the last for one that begins before the sound, and
+        // would cut the wrong end.
+        m_decoder->flags2 |= AV_CODEC_FLAG2_SKIP_MANUAL;
+        m_heldFrames = MostHeldFrames;
+    }
     if (avcodec_parameters_to_context(m_decoder.get(), &parameters) < 0 ||
         avcodec_open2(m_decoder.get(), codec, nullptr) < 0)
         failNoSound();
@@ -82,8 +92,8 @@ void AudioSource::findLength()
     if (duration <= 0)
         return;
     m_seconds = static_cast<int>(std::clamp<double>(std::nearbyint(double(duration) / AV_TIME_BASE), 0, 1e9));
-    if (m_container->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE)
-        return; // a guess
+    if (m_length || m_container->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE)
+        return; // known, or a guess
     const AVCodecParameters &parameters = *m_container->streams[m_stream]->codecpar;
     const QLatin1String container(m_container->iformat->name);
     const bool blocks =
@@ -92,7 +102,7 @@ void AudioSource::findLength()
     if (container == QLatin1String("asf"))
         m_heldFrames = 2 * std::max(m_decoder->frame_size, 2048);
     else if (blocks)
-        m_heldFrames = 8192;
+        m_heldFrames = MostHeldFrames;
     else
         return;
     m_length = av_rescale(duration, m_format.rate, AV_TIME_BASE);

@@ -5,7 +5,9 @@
 
 #include <QtEndian>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <ogg/ogg.h>
 
 namespace {
 
@@ -176,6 +178,50 @@ TEST_F(SourcesTest, joinedOggFilesAreReadToTheirEnd)
     const auto joined = read(ogg + tail);
     EXPECT_NEAR(double(joined.size()), double(sound.size() + 4 * lower.size()), 3000);
     EXPECT_GT(signalToNoise(sound, joined), 10);
+}
+
+/// The same packets, with all sound in a single page.
+QByteArray onOnePage(const QByteArray &ogg)
+{
+    ogg_sync_state input;
+    ogg_stream_state from;
+    ogg_stream_state to;
+    ogg_sync_init(&input);
+    ogg_stream_init(&from, 1);
+    ogg_stream_init(&to, 1);
+    std::memcpy(ogg_sync_buffer(&input, ogg.size()), ogg.constData(), std::size_t(ogg.size()));
+    ogg_sync_wrote(&input, ogg.size());
+    QByteArray result;
+    ogg_page page;
+    const auto flush = [&] {
+        while (ogg_stream_flush_fill(&to, &page, 65'000) != 0)
+            result += QByteArray(reinterpret_cast<char *>(page.header), page.header_len) +
+                      QByteArray(reinterpret_cast<char *>(page.body), page.body_len);
+    };
+    while (ogg_sync_pageout(&input, &page) == 1) {
+        ogg_stream_pagein(&from, &page);
+        for (ogg_packet packet; ogg_stream_packetout(&from, &packet) == 1;) {
+            ogg_stream_packetin(&to, &packet);
+            if (packet.packetno < 3)
+                flush();
+        }
+    }
+    flush();
+    ogg_stream_clear(&to);
+    ogg_stream_clear(&from);
+    ogg_sync_clear(&input);
+    return result;
+}
+
+TEST_F(SourcesTest, oggSoundOnASinglePageKeepsItsBeginningAndItsLength)
+{
+    for (const qsizetype frames : {1, 2000, 12'345}) {
+        const auto brief = music(44100, 2, frames);
+        const QByteArray file = onOnePage(encode(*codecs::vorbisRecipe({}), {}, brief));
+        const auto back = read(file);
+        EXPECT_EQ(back.size(), brief.size());
+        EXPECT_TRUE(frames < 2000 || signalToNoise(brief, back) > 8);
+    }
 }
 
 TEST_F(SourcesTest, numbersOfMoreThanSixteenBitsAreRounded)
