@@ -79,6 +79,19 @@ const std::vector<Command> &mnuHelpSub()
     return entries;
 }
 
+const std::vector<Command> &mnuProdSub()
+{
+    static const std::vector<Command> entries = [] {
+        std::vector<Command> links;
+        for (const auto &[caption, address] : Deployment::RelatedLinks)
+            links.push_back({caption, {}, {}, {}});
+        links.push_back(separator());
+        links.push_back(entry("&List of Them ..."));
+        return links;
+    }();
+    return entries;
+}
+
 const std::vector<Command> &Toolbar1()
 {
     static const std::vector<Command> buttons = {

@@ -17,6 +17,8 @@ namespace Commands {
 const std::vector<Command> &mnuFileSub();
 const std::vector<Command> &mnuToolsSub();
 const std::vector<Command> &mnuHelpSub();
+/// The related links, and behind them the entry of the window that lists them.
+const std::vector<Command> &mnuProdSub();
 const std::vector<Command> &Toolbar1();
 
 enum FileEntry {

@@ -6,7 +6,6 @@
 #include "controls/ClockPanel.h"
 #include "controls/HandCursor.h"
 #include "platform/Dialogs.h"
-#include "rip/frmExtract.h"
 #include "settings/WindowsVersion.h"
 #include "shell/Commands.h"
 
@@ -26,13 +25,12 @@ frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
       m_watch(
           *m_parts.CDRipperX1, m_discInfo, desktop.dialogs, this,
           {*cboDevices, *cboSpeeds, *lvwTracks, Timer1}, [this] { return m_sExtension; },
-          [this] { OfferDiscLookup(); }),
+          [this] { m_offer.OfferDiscLookup(m_tracks.count()); }),
       rdFormat{rdFormat_0, rdFormat_1, rdFormat_2, rdFormat_3, rdFormat_4},
-      m_frmExtract([this] {
-          return makeForm<frmExtract>(this->desktop(),
-                                      frmExtract::Parts{*this, m_discInfo, m_settings, *m_parts.AInfo},
-                                      m_parts.makeVEnc());
-      })
+      m_windows(desktop, {this, m_parts, *this, *this, m_discInfo, m_settings, WindowsVersionName}),
+      m_offer(
+          {this, desktop.dialogs, m_settings}, [this] { return isVisible() && !Starting; },
+          [this] { m_windows.showCddb(); })
 {
     loadIcons();
     chkAll2 = new TickBox(lvwTracks->header());
@@ -80,6 +78,7 @@ void frmMain::addStatusPanels()
 void frmMain::attachHandlers()
 {
     attach(&Timer1, &QTimer::timeout, [this] { m_watch.Timer1_Timer(); });
+    attach(m_offer.timer(), &QTimer::timeout, [this] { m_offer.Timer3_Timer(); });
     attachClick(cboDevices, [this] { m_watch.cboDevices_Click(); });
     attachClick(cboSpeeds, [this] { m_watch.cboSpeeds_Click(); });
     attachClick(chkAll, [this] { checkBoxes_Click(*chkAll, *chkAll2); });
@@ -117,7 +116,7 @@ void frmMain::Form_Load()
     if (!isVista)
         skip([&] { control<QAction>(QStringLiteral("mnuHelpSub_2"))->setVisible(false); });
     else if (!IKnowVistaNotice)
-        skip([&] { showVistaNotice(); });
+        skip([&] { m_windows.showVistaNotice(); });
     skip([&] { Starting = false; });
     skip([&] { m_iEditIndex = 1; });
     for (QWidget *control :

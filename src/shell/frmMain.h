@@ -4,10 +4,13 @@
 #include "disc/DiscWatch.h"
 #include "disc/TrackList.h"
 #include "disc/Transport.h"
+#include "metadata/DiscLookupOffer.h"
+#include "metadata/TrackListHost.h"
 #include "platform/Form.h"
 #include "rip/RipHost.h"
 #include "settings/SettingsStore.h"
 #include "shell/MainWindowParts.h"
+#include "shell/ProgramWindows.h"
 #include "ui_frmMain.h"
 
 #include <QMainWindow>
@@ -15,11 +18,9 @@
 #include <array>
 #include <optional>
 
-class frmExtract;
-
 /// The main window. It lives for the whole run, owns the engine, the encoders and the tag component, and
 /// opens every other window.
-class frmMain : public FormOf<QMainWindow>, public RipHost, private Ui::frmMain
+class frmMain : public FormOf<QMainWindow>, public RipHost, public TrackListHost, private Ui::frmMain
 {
     Q_OBJECT
 
@@ -37,8 +38,7 @@ public:
     QString trackFileName(int row) const override { return m_tracks.fileName(row); }
     QString outputDirectory() const override;
     void cmdIE_Click() override;
-    /// To be called after every change of the disc record's titles.
-    void UpdateFileNamesWithTitles();
+    void UpdateFileNamesWithTitles() override;
 
 private:
     // frmMain.cpp: start-up and closing
@@ -62,23 +62,17 @@ private:
     void mnuFileSub_Click(int Index);
     void mnuToolsSub_Click(int Index);
     void mnuHelpSub_Click(int Index);
+    void mnuProdSub_Click(int Index);
     void Toolbar1_ButtonClick(int Index);
     void editFileName();
     void playFromToolbar();
     int highlightedRow() const;
-    void showHelp();
     void toggleFlatToolbar();
 
     // frmMain_Windows.cpp
-    void showAudioConverter();
-    void showCddb();
     void downloadInformation();
     void editTracks();
-    void editTags();
     void showOptions();
-    void showVistaNotice();
-    void showAbout();
-    void OfferDiscLookup();
 
     // frmMain_Tracks.cpp
     void SelectEncoder(int Index);
@@ -112,5 +106,6 @@ private:
     QString WindowsVersionName;
     bool IKnowVistaNotice = false;
 
-    FormSlot<frmExtract> m_frmExtract;
+    ProgramWindows m_windows;
+    DiscLookupOffer m_offer;
 };

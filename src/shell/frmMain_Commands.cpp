@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
+#include "settings/HelpPages.h"
 #include "settings/SettingsKeys.h"
 #include "shell/Commands.h"
 #include "shell/frmMain.h"
@@ -52,7 +53,12 @@ void frmMain::makeCommands()
         attachAll(add(*mnuFile, "mnuFileSub", Commands::mnuFileSub()), &frmMain::mnuFileSub_Click);
     const auto tools =
         attachAll(add(*mnuTools, "mnuToolsSub", Commands::mnuToolsSub()), &frmMain::mnuToolsSub_Click);
-    attachAll(add(*mnuHelp, "mnuHelpSub", Commands::mnuHelpSub()), &frmMain::mnuHelpSub_Click);
+    const auto help =
+        attachAll(add(*mnuHelp, "mnuHelpSub", Commands::mnuHelpSub()), &frmMain::mnuHelpSub_Click);
+    auto *links = new QMenu(this);
+    links->setObjectName(QStringLiteral("mnuProdSub"));
+    attachAll(add(*links, "mnuProdSub", Commands::mnuProdSub()), &frmMain::mnuProdSub_Click);
+    help[Commands::RelatedProducts - 1]->setMenu(links);
     const auto buttons =
         attachAll(add(*Toolbar1, "Toolbar1", Commands::Toolbar1()), &frmMain::Toolbar1_ButtonClick);
     tools[Commands::FlatToolbar - 1]->setCheckable(true);
@@ -96,13 +102,13 @@ void frmMain::mnuToolsSub_Click(int Index)
 {
     switch (Index) {
     case Commands::AudioConverter:
-        return showAudioConverter();
+        return m_parts.showAudioConverter();
     case Commands::DownloadInformation:
         return downloadInformation();
     case Commands::EditTracks:
         return editTracks();
     case Commands::EditTags:
-        return editTags();
+        return; // the editor's window is still to come
     case Commands::Options:
         return showOptions();
     case Commands::FlatToolbar:
@@ -116,18 +122,27 @@ void frmMain::mnuHelpSub_Click(int Index)
 {
     switch (Index) {
     case Commands::HelpContents:
-        return showHelp();
+        return openHelp(desktop());
     case Commands::VistaNotice:
-        return showVistaNotice();
+        return m_windows.showVistaNotice();
     case Commands::Website:
         return desktop().shell.open(Deployment::WebAddress);
     case Commands::EmailSupport:
         return desktop().shell.open(QStringLiteral("mailto:") + Deployment::SupportAddress);
     case Commands::About:
-        return showAbout();
+        return m_windows.showAbout();
     default:
         return;
     }
+}
+
+void frmMain::mnuProdSub_Click(int Index)
+{
+    const auto link = static_cast<std::size_t>(Index - 1);
+    if (link < Deployment::RelatedLinks.size())
+        desktop().shell.open(Deployment::RelatedLinks[link].second);
+    else
+        m_windows.showProducts();
 }
 
 void frmMain::Toolbar1_ButtonClick(int Index)
@@ -150,11 +165,11 @@ void frmMain::Toolbar1_ButtonClick(int Index)
     case Commands::ButtonStop:
         return mnuFileSub_Click(Commands::Stop);
     case Commands::ButtonConvert:
-        return showAudioConverter();
+        return m_parts.showAudioConverter();
     case Commands::ButtonOptions:
         return showOptions();
     case Commands::ButtonHelp:
-        return showHelp();
+        return openHelp(desktop());
     case Commands::ButtonHome:
         return mnuHelpSub_Click(Commands::Website);
     case Commands::ButtonExit:

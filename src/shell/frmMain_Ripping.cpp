@@ -1,6 +1,5 @@
 #include "disc/RipFormat.h"
 #include "platform/Dialogs.h"
-#include "rip/frmExtract.h"
 #include "settings/Folders.h"
 #include "shell/frmMain.h"
 
@@ -24,7 +23,6 @@ void frmMain::StartRipping()
     const int index = selectedFormat();
     SelectEncoder(index); // a click may never have done so
     CreateDirectoryPath(desktop().dialogs, this, txtOutputDirectory->text());
-    m_frmExtract.form()->ShowExtract(*m_parts.CDRipperX1, RipFormats[static_cast<std::size_t>(index)].encType,
-                                     this);
+    m_windows.showExtract(RipFormats[static_cast<std::size_t>(index)].encType);
     Timer1.start();
 }

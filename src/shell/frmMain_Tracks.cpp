@@ -76,13 +76,14 @@ void frmMain::renameTrack()
     }
     m_iEditIndex = static_cast<qint16>(row);
     const QString oldName = m_tracks.fileName(row);
-    const QPoint list = lvwTracks->mapTo(this, QPoint(lvwTracks->columnLeft(SaveAsColumn), 0));
+    const QPoint place(lvwTracks->columnLeft(SaveAsColumn) + pixels(600),
+                       lvwTracks->mapTo(this, QPoint()).y() + pixels(1200));
     const QString answer = desktop().dialogs.inputBox(
         this,
         {.prompt = QStringLiteral("Old tracks name is: \n%1\n\nPlease enter new tracks name: ").arg(oldName),
          .title = QStringLiteral("Rename tracks"),
          .text = oldName,
-         .position = frameGeometry().topLeft() + list + QPoint(pixels(600), pixels(1200))});
+         .position = frameGeometry().topLeft() + place});
     const QString name = MakeSafeFileName(answer);
     if (!trimBlanks(name).isEmpty())
         m_tracks.setFileName(m_iEditIndex, name);

@@ -1,11 +1,6 @@
-// The windows that the main window opens.
+// The commands that open windows.
 #include "platform/Dialogs.h"
-#include "platform/Shell.h"
 #include "shell/frmMain.h"
-
-void frmMain::showHelp() {}
-
-void frmMain::showAudioConverter() {}
 
 void frmMain::downloadInformation()
 {
@@ -14,26 +9,19 @@ void frmMain::downloadInformation()
             this,
             {.text = QStringLiteral("No CD in the selected CD-ROM device, please insert an audio CD.")});
     else
-        showCddb();
+        m_windows.showCddb();
 }
-
-void frmMain::showCddb() {}
 
 void frmMain::editTracks()
 {
     if (m_tracks.count() == 0)
         desktop().dialogs.messageBox(this, {.text = QStringLiteral("No tracks in the list to edit!")});
+    else
+        m_windows.showTrackEditor();
 }
-
-void frmMain::editTags() {}
 
 void frmMain::showOptions()
 {
+    m_windows.showOptions();
     LoadMainSettings();
 }
-
-void frmMain::showVistaNotice() {}
-
-void frmMain::showAbout() {}
-
-void frmMain::OfferDiscLookup() {}

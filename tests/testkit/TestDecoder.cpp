@@ -58,6 +58,13 @@ void append(const AVFrame &frame, Decoded &decoded)
                 static_cast<qint16>(std::clamp(std::lrint(valueAt(frame, c, i)), -32768L, 32767L)));
 }
 
+void addTags(const AVDictionary *dictionary, Decoded &decoded)
+{
+    const AVDictionaryEntry *entry = nullptr;
+    while ((entry = av_dict_get(dictionary, "", entry, AV_DICT_IGNORE_SUFFIX)))
+        decoded.tags[QString::fromUtf8(entry->key).toLower()] = QString::fromUtf8(entry->value);
+}
+
 void decodeStream(AVFormatContext *format, int index, Decoded &decoded)
 {
     const AVStream *stream = format->streams[index];
@@ -104,6 +111,9 @@ Decoded decode(QByteArray file)
         avformat_find_stream_info(format, nullptr);
         decoded.format = QString::fromLatin1(format->iformat->name);
         const int index = av_find_best_stream(format, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+        addTags(format->metadata, decoded);
+        if (index >= 0)
+            addTags(format->streams[index]->metadata, decoded);
         if (index >= 0)
             decodeStream(format, index, decoded);
         avformat_close_input(&format);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct Decoded
     int bitsPerCode = 0;
     qint64 bitRate = 0; ///< as the header says, in bits a second
     double seconds = 0; ///< as the header says
+    QMap<QString, QString> tags; ///< of the file and of its audio stream, names in small letters
     std::vector<qint16> samples;
     bool clean = true; ///< no packet was refused
 
