@@ -71,10 +71,7 @@ protected:
 
     TestDesktop system;
     QtEventPump pump{system.end};
-    Desktop desktop = [this] {
-        const Desktop &test = system.desktop();
-        return Desktop{test.dialogs,  test.shell, pump,     test.clock, test.systemVersion,
-                       test.registry, test.paths, test.end, test.border};
-    }();
+    Desktop desktop{system.dialogs, system.shell, pump,          system.clock,   system.version,
+                    system.paths,   system.end,   system.border, system.registry};
     Program program{desktop};
 };

@@ -1,6 +1,7 @@
 #include "journeys/Journey.h"
 #include "testkit/TestDecoder.h"
 
+#include <QListWidget>
 #include <QProgressBar>
 #include <cmath>
 
