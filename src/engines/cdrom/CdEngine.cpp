@@ -20,9 +20,12 @@ CdEngine::Drives allDrives(const QString &discsFolder)
 
 } // namespace
 
-CdEngine::CdEngine(const QString &discsFolder, QObject *parent) : CdEngine(allDrives(discsFolder), parent) {}
+CdEngine::CdEngine(const QString &discsFolder, QObject *parent)
+    : CdEngine(allDrives(discsFolder), makeAudioOutput, parent)
+{}
 
-CdEngine::CdEngine(Drives drives, QObject *parent) : CDRipperX(parent)
+CdEngine::CdEngine(Drives drives, MakeOutput makeOutput, QObject *parent)
+    : CDRipperX(parent), m_player(std::make_unique<Player>(std::move(makeOutput)))
 {
     for (std::shared_ptr<Drive> &drive : drives)
         m_drives.push_back({std::move(drive), nullptr});
@@ -100,6 +103,10 @@ qint32 CdEngine::DriveStatus() const
     const DiscView now = view();
     if (now.medium == Medium::Busy)
         return NoParticularState;
+    if (!now.toc)
+        m_player->stop();
+    if (const Player::State state = m_player->state(); state != Player::State::Idle)
+        return state == Player::State::Paused ? Paused : Playing;
     if (now.disc != m_announced || !now.toc) {
         m_announced = now.disc;
         return NoDisc;
@@ -175,7 +182,24 @@ void CdEngine::LoadTray()
         m_selected->watcher->moveTray(false);
 }
 
-void CdEngine::PlayTrack(qint16) {}
-void CdEngine::PausePlay() {}
-void CdEngine::ResumePlay() {}
-void CdEngine::StopPlay() {}
+void CdEngine::PlayTrack(qint16 track)
+{
+    const DiscTrack found = this->track(track);
+    if (found.audio)
+        m_player->play(m_selected->drive, found);
+}
+
+void CdEngine::PausePlay()
+{
+    m_player->pause();
+}
+
+void CdEngine::ResumePlay()
+{
+    m_player->resume();
+}
+
+void CdEngine::StopPlay()
+{
+    m_player->stop();
+}

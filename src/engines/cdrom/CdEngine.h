@@ -3,6 +3,7 @@
 #include "components/CDRipperX.h"
 #include "engines/cdrom/DriveWatcher.h"
 #include "engines/cdrom/Extraction.h"
+#include "engines/cdrom/Player.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -25,7 +26,8 @@ public:
 
     /// The machine's drives, and behind them a drive for each disc image in the folder, which may not exist.
     explicit CdEngine(const QString &discsFolder, QObject *parent = nullptr);
-    explicit CdEngine(Drives drives, QObject *parent = nullptr);
+    explicit CdEngine(Drives drives, cdrom::MakeOutput makeOutput = cdrom::makeAudioOutput,
+                      QObject *parent = nullptr);
     ~CdEngine() override;
 
     void setUseEncoder(bool use) override;
@@ -87,6 +89,8 @@ private:
     Watched *m_selected = nullptr;
     qint32 m_lastError = 0;
     mutable quint64 m_announced = 0; ///< the disc that the program knows of; 0: none
+
+    std::unique_ptr<cdrom::Player> m_player;
 
     bool m_useEncoder = false;
     QPointer<QObject> m_encoder;

@@ -9,7 +9,7 @@ namespace cdrom {
 
 MediumState MachineDrive::medium()
 {
-    if (*m_readers == 0)
+    if (*m_rips == 0)
         m_last.medium = mediumAt(m_node.path);
     return m_last;
 }
@@ -34,13 +34,13 @@ void MachineDrive::moveTray(bool open)
 
 std::unique_ptr<AudioReader> MachineDrive::openReader(ReadFor purpose, const ReadHooks &hooks)
 {
-    // The count goes down with the reader, which keeps its hooks.
-    ++*m_readers;
-    const std::shared_ptr<void> counted(nullptr, [readers = m_readers](void *) { --*readers; });
-    const ReadHooks held{hooks.report, [counted, stopped = hooks.stopped] { return stopped(); }};
     if (purpose == ReadFor::Playing)
-        return std::make_unique<DirectReader>(std::make_unique<CdioSource>(m_node.path, DRIVER_DEVICE), held,
+        return std::make_unique<DirectReader>(std::make_unique<CdioSource>(m_node.path, DRIVER_DEVICE), hooks,
                                               nullptr);
+    // The count goes down with the reader, which keeps its hooks.
+    ++*m_rips;
+    const std::shared_ptr<void> counted(nullptr, [rips = m_rips](void *) { --*rips; });
+    const ReadHooks held{hooks.report, [counted, stopped = hooks.stopped] { return stopped(); }};
     CdioHandle disc = openCdio(m_node.path, DRIVER_DEVICE);
     DiscToc toc = tocOf(disc.get());
     const auto gone = [path = m_node.path] { return mediumAt(path) == Medium::None; };

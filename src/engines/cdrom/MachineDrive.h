@@ -15,7 +15,7 @@ public:
     DriveTexts texts() const override { return m_node.texts; }
     qint16 maxSpeed() const override { return m_node.speed; }
     void setSpeed(qint16 factor) override { m_speed = factor; }
-    /// While somebody reads, the drive isn't asked, and the last answer holds.
+    /// During a rip the drive isn't asked, and the last answer holds.
     MediumState medium() override;
     DiscToc readToc() override;
     void moveTray(bool open) override;
@@ -25,7 +25,7 @@ private:
     const DriveNode m_node;
     std::atomic<qint16> m_speed = qint16(0);
     MediumState m_last; ///< the watcher's
-    std::shared_ptr<std::atomic<int>> m_readers = std::make_shared<std::atomic<int>>(0);
+    std::shared_ptr<std::atomic<int>> m_rips = std::make_shared<std::atomic<int>>(0);
 };
 
 /// The machine's drives.

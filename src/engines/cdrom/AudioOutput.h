@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QtGlobal>
+#include <functional>
+#include <memory>
+
+namespace cdrom {
+
+/// Where a disc's sound goes: frames of two 16-bit samples, 44100 a second. One thread.
+class AudioOutput
+{
+public:
+    virtual ~AudioOutput() = default;
+
+    /// How many frames it takes now.
+    virtual qsizetype room() = 0;
+    /// Takes at most so many frames, and gives how many it took.
+    virtual qsizetype write(const qint16 *samples, qsizetype frames) = 0;
+    /// While paused nothing is heard, and nothing that was taken is lost.
+    virtual void setPaused(bool paused) = 0;
+    /// Whether all that it took was heard.
+    virtual bool isDry() = 0;
+};
+
+using MakeOutput = std::function<std::unique_ptr<AudioOutput>()>;
+
+/// Keeps time and is silent.
+class SilentOutput : public AudioOutput
+{
+public:
+    SilentOutput();
+
+    qsizetype room() override;
+    qsizetype write(const qint16 *samples, qsizetype frames) override;
+    void setPaused(bool paused) override;
+    bool isDry() override;
+
+private:
+    void passTime();
+
+    QElapsedTimer m_clock;
+    qint64 m_passed = 0;  ///< nanoseconds of the clock that were counted
+    double m_waiting = 0; ///< frames taken and not yet "heard"
+    bool m_paused = false;
+};
+
+/// The system's sound output, or a silent one where there is none. To be called on a thread that handles
+/// events now and then.
+std::unique_ptr<AudioOutput> makeAudioOutput();
+
+} // namespace cdrom
