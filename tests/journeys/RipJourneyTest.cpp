@@ -95,6 +95,18 @@ TEST_F(RipJourney, trackInformationEndsUpInTheFile)
     EXPECT_EQ(tags.value(QStringLiteral("album")), QStringLiteral("Albüm"));
 }
 
+TEST_F(RipJourney, aVqfJobLeavesVqfFilesAlone)
+{
+    insert(demodisc::shortDisc(1));
+    start(1);
+    click("rdFormat_3");
+    click("chkAll");
+    expectCompleted();
+    rip();
+    ASSERT_EQ(files(), QStringList{QStringLiteral("Track01.vqf")});
+    EXPECT_EQ(testkit::decodeFile(folder() + files().first()).codec, QStringLiteral("twinvq"));
+}
+
 TEST_F(RipJourney, aDataTrackIsLeftOutAndTheRestIsRipped)
 {
     const demodisc::DiscPlan plan = insert(demodisc::withDataTrack(demodisc::shortDisc(2)));
