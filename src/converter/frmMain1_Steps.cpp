@@ -1,9 +1,8 @@
 #include "base/Text.h"
 #include "converter/AudioFormats.h"
 #include "converter/frmMain1.h"
-#include "platform/ProgramPaths.h"
-#include "platform/Shell.h"
 #include "settings/Folders.h"
+#include "settings/HelpPages.h"
 
 namespace {
 
@@ -165,7 +164,7 @@ void frmMain1::cmdQuit_Click()
 
 void frmMain1::cmdHelp_Click()
 {
-    desktop().shell.open(desktop().paths.ExecutableFolder + PathSeparator + QStringLiteral("tonelift.chm"));
+    openHelp(desktop());
 }
 
 void frmMain1::cmdAbout_Click()
