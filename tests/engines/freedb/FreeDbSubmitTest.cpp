@@ -28,7 +28,7 @@ protected:
     {
         LoopbackServer server(handler);
         client.setHostName(server.host());
-        client.setTimeOut(QStringLiteral("1"));
+        client.setTimeOut(QStringLiteral("2"));
         const qint16 status = client.SubmitDisc(Id);
         requests = server.requests();
         return status;

@@ -1,7 +1,6 @@
 #include "testkit/http/LoopbackServer.h"
 
 #include <chrono>
-#include <cstring>
 #include <memory>
 #include <microhttpd.h>
 #include <netinet/in.h>
@@ -109,9 +108,10 @@ struct LoopbackCalls
                 return MHD_CONTENT_READER_END_WITH_ERROR;
             most = 1;
         }
-        const std::uint64_t start = position % size;
-        const size_t count = std::min<size_t>(most, size - start);
-        std::memcpy(buffer, stream->body.constData() + start, count);
+        const size_t count =
+            stream->manner == HttpResponse::Manner::Half ? std::min<size_t>(most, size - position) : most;
+        for (size_t i = 0; i < count; ++i)
+            buffer[i] = stream->body[static_cast<qsizetype>((position + i) % size)];
         return static_cast<ssize_t>(count);
     }
 };
