@@ -1,0 +1,66 @@
+#include "Measure.h"
+
+#include <QFile>
+#include <QThread>
+#include <algorithm>
+#include <sys/resource.h>
+
+namespace {
+
+rusage usage()
+{
+    rusage own{};
+    getrusage(RUSAGE_SELF, &own);
+    return own;
+}
+
+double seconds(const timeval &time)
+{
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+constexpr int TickMilliseconds = 2;
+
+} // namespace
+
+double processorSeconds()
+{
+    const rusage own = usage();
+    return seconds(own.ru_utime) + seconds(own.ru_stime);
+}
+
+double peakMegabytes()
+{
+    return static_cast<double>(usage().ru_maxrss) * 1024 / 1e6;
+}
+
+QString machineName()
+{
+    QString processor = QStringLiteral("unknown processor");
+    QFile file(QStringLiteral("/proc/cpuinfo"));
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &line : file.readAll().split('\n')) {
+            if (line.startsWith("model name"))
+                processor = QString::fromUtf8(line.mid(line.indexOf(':') + 1).trimmed());
+        }
+    }
+    return QStringLiteral("%1, %2 cores").arg(processor).arg(QThread::idealThreadCount());
+}
+
+LoopWatch::LoopWatch()
+{
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_timer.setInterval(TickMilliseconds);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_longest = std::max(m_longest, m_clock.nsecsElapsed() - qint64{TickMilliseconds} * 1'000'000);
+        m_clock.start();
+    });
+    reset();
+    m_timer.start();
+}
+
+void LoopWatch::reset()
+{
+    m_longest = 0;
+    m_clock.start();
+}
