@@ -35,7 +35,7 @@ rip_all() {
     else
         for track in {1..10}; do "rip_$1" "$track"; done
     fi
-    [ "$(ls ./*."$1" | wc -l)" = 10 ] || fail "the tools made no ten $1 files"
+    [ "$(find . -name "*.$1" | wc -l)" = 10 ] || fail "the tools made no ten $1 files"
 }
 
 # "tools <format> <seconds> <processor seconds>", as the lines of Tonelift's benchmark.

@@ -58,6 +58,7 @@ int run(const Desktop &desktop, const QString &pictures)
         say(QStringLiteral("The first drive holds no disc with tracks."));
         return 1;
     }
+    job.enterTitles(QStringLiteral("A Disc"), QStringLiteral("An Artist"), QStringLiteral("2024"));
     job.choose(0);
     const QStringList files = job.files();
     for (const QString &file : files)

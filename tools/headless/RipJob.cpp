@@ -4,6 +4,7 @@
 #include "controls/ReportListView.h"
 #include "controls/TickBox.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -60,6 +61,14 @@ void RipJob::choose(int format)
     all.click();
 }
 
+void RipJob::enterTitles(const QString &album, const QString &artist, const QString &year)
+{
+    m_typing = {{QStringLiteral("txtAlbum"), album},
+                {QStringLiteral("txtArtist"), artist},
+                {QStringLiteral("txtYear"), year}};
+    control<QAction>(m_window, QStringLiteral("Toolbar1_2")).trigger();
+}
+
 void RipJob::rip()
 {
     m_worked = 0;
@@ -87,6 +96,10 @@ void RipJob::look()
             m_worked = m_clock.nsecsElapsed();
         m_boxes += box->text();
         answerOf(*box)->click();
+    } else if (window && window->objectName() == QStringLiteral("frmTrack")) {
+        for (const auto &[name, text] : m_typing)
+            control<QLineEdit>(*window, name).setText(text);
+        control<QPushButton>(*window, QStringLiteral("OKButton")).click();
     } else if (window && window->objectName() == QStringLiteral("frmExtract")) {
         const bool atWork =
             !control<QPlainTextEdit>(*window, QStringLiteral("txtStatus")).toPlainText().isEmpty();

@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QStringList>
 #include <QTimer>
+#include <map>
 
 class QWidget;
 
@@ -21,6 +22,8 @@ public:
     int waitForTracks(int milliseconds = 10000);
     /// Chooses an output format by its place among the option buttons and checks every track.
     void choose(int format);
+    /// Opens the tracks editor, types these and confirms; the tracks get the titles that it offers.
+    void enterTitles(const QString &album, const QString &artist, const QString &year);
     /// Presses the button that starts the job; returns when the job's window is closed.
     void rip();
 
@@ -39,6 +42,7 @@ private:
     QWidget &m_window;
     QTimer m_timer;
     QStringList m_boxes;
+    std::map<QString, QString> m_typing; ///< what goes into which text box of the tracks editor
     QPixmap m_picture;
     bool m_pictureWanted;
     QElapsedTimer m_clock;
