@@ -68,8 +68,8 @@ DiscToc tocOf(CdIo_t *disc)
     return toc;
 }
 
-CdioSource::CdioSource(const QString &path, driver_id_t driver)
-    : m_disc(openCdio(path, driver)), m_toc(tocOf(m_disc.get()))
+CdioSource::CdioSource(const QString &path, driver_id_t driver, SampleOrder order)
+    : m_disc(openCdio(path, driver)), m_toc(tocOf(m_disc.get())), m_order(order)
 {}
 
 bool CdioSource::read(qint32 first, qint32 count, qint16 *samples)
@@ -77,7 +77,11 @@ bool CdioSource::read(qint32 first, qint32 count, qint16 *samples)
     if (cdio_read_audio_sectors(m_disc.get(), samples, first, static_cast<uint32_t>(count)) !=
         DRIVER_OP_SUCCESS)
         return false;
-    qFromLittleEndian<qint16>(samples, qsizetype(count) * SamplesPerSector, samples);
+    const qsizetype amount = qsizetype(count) * SamplesPerSector;
+    if (m_order == SampleOrder::BigEndian)
+        qFromBigEndian<qint16>(samples, amount, samples);
+    else
+        qFromLittleEndian<qint16>(samples, amount, samples);
     return true;
 }
 

@@ -20,11 +20,13 @@ CdioHandle openCdio(const QString &path, driver_id_t driver);
 /// Failure 57 where there is none.
 DiscToc tocOf(CdIo_t *disc);
 
+enum class SampleOrder { LittleEndian, BigEndian };
+
 /// A disc that libcdio reads plainly.
 class CdioSource : public SectorSource
 {
 public:
-    CdioSource(const QString &path, driver_id_t driver);
+    CdioSource(const QString &path, driver_id_t driver, SampleOrder order = SampleOrder::LittleEndian);
 
     const DiscToc &toc() const override { return m_toc; }
     bool read(qint32 first, qint32 count, qint16 *samples) override;
@@ -32,6 +34,7 @@ public:
 private:
     CdioHandle m_disc;
     DiscToc m_toc;
+    SampleOrder m_order;
 };
 
 } // namespace cdrom

@@ -5,10 +5,12 @@
 #include "engines/cdrom/CueImage.h"
 #include "engines/cdrom/DirectReader.h"
 #include "engines/cdrom/ParanoiaReader.h"
+#include "engines/cdrom/TocFile.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QTemporaryFile>
 
 namespace cdrom {
 
@@ -19,12 +21,27 @@ bool isSheet(const QString &path)
     return path.endsWith(QStringLiteral(".cue"), Qt::CaseInsensitive);
 }
 
-/// The library's reader for such an image.
-driver_id_t driverFor(const QString &path)
+bool isToc(const QString &path)
+{
+    return path.endsWith(QStringLiteral(".toc"), Qt::CaseInsensitive);
+}
+
+/// The files that an image names.
+QStringList partsOf(const QString &path)
 {
     if (isSheet(path))
-        return DRIVER_BINCUE;
-    return path.endsWith(QStringLiteral(".nrg"), Qt::CaseInsensitive) ? DRIVER_NRG : DRIVER_CDRDAO;
+        return CueImage::filesOf(CueImage::sheetIn(path), path);
+    return isToc(path) ? TocFile::read(path).files : QStringList();
+}
+
+std::unique_ptr<SectorSource> openToc(const QString &path)
+{
+    QTemporaryFile copy(QDir::temp().filePath(QStringLiteral("tonelift-XXXXXX.toc")));
+    const QByteArray text = TocFile::read(path).text;
+    if (!copy.open() || copy.write(text) != text.size() || !copy.flush())
+        throw RunTimeFailure(RunTimeFailure::DeviceIoError, copy.errorString());
+    // Sound in such an image has its higher byte first. The copy isn't needed once it is read.
+    return std::make_unique<CdioSource>(copy.fileName(), DRIVER_CDRDAO, SampleOrder::BigEndian);
 }
 
 /// A number for the file as it is now; 0 where there is none.
@@ -87,8 +104,7 @@ MediumState ImageDrive::medium()
         m_sheetStamp = sheet;
         m_parts.clear();
         try {
-            if (isSheet(m_path))
-                m_parts = CueImage::filesOf(CueImage::sheetIn(m_path), m_path);
+            m_parts = partsOf(m_path);
         } catch (const RunTimeFailure &) {
             // Unreadable until the sheet changes.
         }
@@ -108,7 +124,9 @@ std::unique_ptr<SectorSource> ImageDrive::openSource() const
 {
     if (isSheet(m_path))
         return std::make_unique<CueImage>(m_path);
-    return std::make_unique<CdioSource>(m_path, driverFor(m_path));
+    if (isToc(m_path))
+        return openToc(m_path);
+    return std::make_unique<CdioSource>(m_path, DRIVER_NRG);
 }
 
 std::unique_ptr<AudioReader> ImageDrive::openReader(ReadFor purpose, const ReadHooks &hooks)
@@ -116,7 +134,7 @@ std::unique_ptr<AudioReader> ImageDrive::openReader(ReadFor purpose, const ReadH
     std::unique_ptr<SectorSource> source = openSource();
     if (m_options.likeMachine && purpose == ReadFor::Extraction)
         return std::make_unique<ParanoiaReader>(
-            openCdio(m_path, driverFor(m_path)), source->toc(), hooks,
+            openCdio(m_path, DRIVER_BINCUE), source->toc(), hooks,
             ParanoiaOptions{.jitter = m_options.jitter, .fails = m_options.fails});
     if (m_options.fails)
         source = std::make_unique<FailingSource>(std::move(source), m_options.fails);

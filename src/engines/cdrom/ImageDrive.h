@@ -12,7 +12,8 @@ namespace cdrom {
 /// How images are read where a test wants more than that.
 struct ImageOptions
 {
-    /// Extraction goes the whole way of a machine's drive, with its checks; only images that libcdio reads.
+    /// Extraction goes the whole way of a machine's drive, with its checks. Only for a sheet with one BINARY
+    /// file of its own name.
     bool likeMachine = false;
     /// Displacement of reads, as the flags of libcdio-paranoia number it. Only with `likeMachine`.
     int jitter = 0;

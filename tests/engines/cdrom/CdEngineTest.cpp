@@ -1,6 +1,7 @@
 #include "engines/cdrom/CdEngine.h"
 
 #include "DiscFolder.h"
+#include "SignalLog.h"
 #include "engines/cdrom/ImageDrive.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
@@ -142,6 +143,76 @@ TEST_F(CdEngineTest, imagesAreDrivesInTheOrderOfTheirNames)
     ASSERT_TRUE(engine.SelectDrive(2));
     EXPECT_FALSE(engine.DiscReady());
     EXPECT_EQ(engine.TrackCount(), 0);
+}
+
+/// A Nero image in its second format, of two tracks, with two seconds of silence ahead as always.
+QByteArray neroImage(const QByteArray &sectors, qint32 second)
+{
+    const auto number = [](auto value) {
+        QByteArray bytes(sizeof value, '\0');
+        qToBigEndian(value, bytes.data());
+        return bytes;
+    };
+    const auto chunk = [&](const char *name, const QByteArray &body) {
+        return name + number(quint32(body.size())) + body;
+    };
+    const QByteArray sound = QByteArray(150 * 2352, '\0') + sectors;
+    const quint64 start = 150 * 2352;
+    const quint64 middle = start + quint64(second) * 2352;
+    QByteArray cue;
+    const auto index = [&](char track, char index, qint32 sector) {
+        cue += QByteArray(1, '\1') + track + index + '\0' + number(sector);
+    };
+    index('\0', '\0', -150);
+    index('\1', '\0', -150);
+    index('\1', '\1', 0);
+    index('\2', '\0', second);
+    index('\2', '\1', second);
+    index('\xaa', '\1', qint32(sectors.size() / 2352));
+    const auto track = [&](quint64 gap, quint64 from, quint64 to) {
+        return QByteArray(12, '\0') + number(quint16(2352)) + number(quint16(0x0700)) + number(quint16(1)) +
+               number(gap) + number(from) + number(to);
+    };
+    const QByteArray tracks = QByteArray(18, '\0') + QByteArray("\0\0\1\2", 4) + track(0, start, middle) +
+                              track(middle, middle, quint64(sound.size()));
+    return sound + chunk("CUEX", cue) + chunk("DAOX", tracks) + chunk("SINF", number(quint32(2))) +
+           chunk("END!", {}) + "NER5" + number(quint64(sound.size()));
+}
+
+TEST_F(CdEngineTest, tocAndNeroImagesAreReadAsWell)
+{
+    const QByteArray sound = markedSectors(1, 700);
+    QByteArray swapped = sound;
+    qbswap<2>(swapped.data(), swapped.size() / 2, swapped.data());
+    folder.write(QStringLiteral("d 1.bin"), swapped);
+    folder.write(QStringLiteral("a.toc"),
+                 "CD_DA\n// Track 1\nTRACK AUDIO\nCOPY\nFILE \"d 1.bin\" 0 00:04:00\n\n"
+                 "TRACK AUDIO\nFILE \"d 1.bin\" 00:04:00 00:05:25\n");
+    folder.write(QStringLiteral("b.nrg"), neroImage(sound, 300));
+    folder.write(QStringLiteral("c.toc"), "nonsense");
+    folder.write(QStringLiteral("d.nrg"), "nonsense");
+    folder.write(QStringLiteral("e.toc"), "CD_DA\nTRACK AUDIO\nFILE \"d.wav\" 0\n");
+    CdEngine engine(imageDrives(folder.path()));
+    SignalLog log(engine);
+    for (qint16 drive = 0; drive < 2; ++drive) {
+        ASSERT_TRUE(engine.SelectDrive(drive));
+        ASSERT_TRUE(engine.DiscReady()) << drive;
+        EXPECT_EQ(engine.DriveModel(drive), QString(QChar(u"ab"[drive])));
+        ASSERT_EQ(engine.TrackCount(), 2);
+        EXPECT_EQ(engine.TrackStart(2), 300);
+        EXPECT_EQ(engine.TrackLength(2), 400);
+        EXPECT_TRUE(engine.IsAudioTrack(2));
+        engine.ClearTracks();
+        EXPECT_TRUE(engine.AddTrack(2, folder.path(QStringLiteral("2.wav")), 2));
+        log.complete = false;
+        ASSERT_TRUE(engine.StartExtraction());
+        ASSERT_TRUE(waitFor([&] { return log.complete; }));
+        EXPECT_TRUE(folder.read(QStringLiteral("2.wav")).mid(44) == sound.mid(300 * 2352)) << drive;
+    }
+    for (qint16 drive = 2; drive < 5; ++drive) {
+        ASSERT_TRUE(engine.SelectDrive(drive));
+        EXPECT_FALSE(engine.DiscReady()) << drive;
+    }
 }
 
 TEST_F(CdEngineTest, aTrayGivesItsDiscBackAsANewOne)
