@@ -112,6 +112,8 @@ void ReportListView::keyPressEvent(QKeyEvent *event)
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         Q_EMIT returnPressed();
         Q_EMIT listDoubleClicked();
+    } else if (const int row = selectedRow(); event->key() == Qt::Key_Space && m_checkBoxes && row > 0) {
+        setChecked(row, !isChecked(row)); // whichever column was clicked last
     } else {
         QTreeWidget::keyPressEvent(event);
     }

@@ -1,10 +1,10 @@
 #include "converter/SourceFiles.h"
 
 #include "converter/AudioFormats.h"
+#include "controls/DroppedPaths.h"
 #include "settings/Paths.h"
 
-#include <QDir>
-#include <QDirIterator>
+#include <QFileInfo>
 #include <algorithm>
 
 namespace {
@@ -13,19 +13,6 @@ bool endsInOneOf(const QString &name, const QStringList &endings)
 {
     return std::any_of(endings.begin(), endings.end(),
                        [&](const QString &ending) { return name.endsWith(ending, Qt::CaseInsensitive); });
-}
-
-QStringList filesBelow(const QString &folder, const QString &ending)
-{
-    QStringList files;
-    QDirIterator walk(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        const QString file = walk.next();
-        if (endsInOneOf(file, {ending}))
-            files.append(QDir::toNativeSeparators(file));
-    }
-    files.sort();
-    return files;
 }
 
 } // namespace
@@ -48,7 +35,7 @@ QStringList SourceFiles::dropped(const QStringList &paths, qint16 sourceFormat)
     QStringList files;
     for (const QString &path : paths) {
         if (QFileInfo(path).isDir())
-            files += filesBelow(path, AudioFormats::ending(sourceFormat));
+            files += filesBelow(path, {AudioFormats::ending(sourceFormat)});
         else if (endsInOneOf(path, AudioFormats::endings()))
             files.append(path);
     }

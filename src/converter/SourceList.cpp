@@ -1,36 +1,10 @@
 #include "converter/SourceList.h"
 
-#include <QDir>
+#include "controls/DroppedPaths.h"
+
 #include <QDropEvent>
-#include <QMimeData>
 #include <QPainter>
 #include <QTimer>
-#include <QUrl>
-
-namespace {
-
-QStringList localPaths(const QMimeData *data)
-{
-    QStringList paths;
-    for (const QUrl &url : data->urls()) {
-        if (url.isLocalFile())
-            paths.append(QDir::toNativeSeparators(url.toLocalFile()));
-    }
-    return paths;
-}
-
-/// Copying is all that is offered: a file manager must not take a "moved" file away.
-void acceptPaths(QDropEvent *event)
-{
-    if (localPaths(event->mimeData()).isEmpty() || !(event->possibleActions() & Qt::CopyAction)) {
-        event->ignore();
-    } else {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    }
-}
-
-} // namespace
 
 SourceList::SourceList(QWidget *parent) : QListWidget(parent)
 {

@@ -2,15 +2,6 @@
 
 #include "base/Text.h"
 #include "components/NCTAudioInformation.h"
-#include "controls/DropDownList.h"
-
-void fillGenres(DropDownList &list, const NCTAudioInformation &AInfo)
-{
-    list.clearEntries();
-    for (qint16 index = 0; index < NCTAudioInformation::GenreCount; ++index)
-        list.addEntry(AInfo.GenreName(index), index);
-    list.setListIndex(0);
-}
 
 qint16 GenreIndexFromName(const QString &name, const NCTAudioInformation &AInfo)
 {

@@ -6,10 +6,10 @@
 #include "components/CDDB.h"
 #include "components/CDRipperX.h"
 #include "controls/DigitsOnly.h"
-#include "metadata/Genres.h"
 #include "metadata/TrackListHost.h"
 #include "metadata/TrackTitles.h"
 #include "platform/Dialogs.h"
+#include "settings/GenreList.h"
 
 namespace {
 

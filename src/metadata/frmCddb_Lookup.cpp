@@ -4,9 +4,9 @@
 #include "base/SkipFailures.h"
 #include "base/Text.h"
 #include "components/CDDB.h"
+#include "controls/WaitCursor.h"
 #include "metadata/Genres.h"
 #include "metadata/TrackListHost.h"
-#include "metadata/WaitCursor.h"
 #include "metadata/frmCddb.h"
 #include "platform/EventPump.h"
 

@@ -3,10 +3,10 @@
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "components/CDDB.h"
+#include "controls/WaitCursor.h"
 #include "metadata/EmailAddress.h"
 #include "metadata/TrackListHost.h"
 #include "metadata/TrackTitles.h"
-#include "metadata/WaitCursor.h"
 #include "metadata/frmCddb.h"
 #include "platform/EventPump.h"
 

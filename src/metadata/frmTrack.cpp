@@ -4,10 +4,10 @@
 #include "base/Text.h"
 #include "components/NCTAudioInformation.h"
 #include "controls/DigitsOnly.h"
-#include "metadata/Genres.h"
 #include "metadata/TrackListHost.h"
 #include "metadata/TrackTitles.h"
 #include "platform/Dialogs.h"
+#include "settings/GenreList.h"
 
 frmTrack::frmTrack(const Desktop &desktop, const Parts &parts) : FormOf(desktop), m_parts(parts)
 {
