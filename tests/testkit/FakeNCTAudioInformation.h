@@ -17,7 +17,7 @@ public:
     struct File
     {
         Kind kind = Kind::Mp3;
-        QString album, artist, title, comment;
+        QString album = {}, artist = {}, title = {}, comment = {};
         qint32 year = 0;
         qint16 genre = 0;
         qint16 track = 0;

@@ -1,0 +1,67 @@
+#include "base/Numbers.h"
+#include "base/SkipFailures.h"
+#include "base/Text.h"
+#include "controls/WaitCursor.h"
+#include "platform/Dialogs.h"
+#include "tags/TagColumns.h"
+#include "tags/frmID3E.h"
+
+void frmID3E::ListView1_DblClick()
+{
+    const int row = ListView1->selectedRow();
+    if (hasNoRows() || row == 0)
+        return;
+    const QString title = trimBlanks(desktop().dialogs.inputBox(
+        this, {.prompt = QStringLiteral("Please enter the title for track %1 :").arg(row),
+               .title = QStringLiteral("Enter CD Tracks Title"),
+               .text = ListView1->text(row, TagColumns::Title),
+               .position = {}}));
+    if (!title.isEmpty())
+        ListView1->setText(row, TagColumns::Title, title);
+}
+
+void frmID3E::cmdEdit_Click()
+{
+    if (hasNoRows())
+        inform(QStringLiteral("No Files in the list for edit."));
+    ListView1_DblClick();
+}
+
+void frmID3E::cmdSave_Click()
+{
+    if (hasNoRows()) {
+        inform(QStringLiteral("There are no files opened in the list"));
+        return;
+    }
+    if (trimBlanks(txtAlbum->text()).isEmpty()) {
+        inform(QStringLiteral("Please enter the text string for album."));
+        return;
+    }
+    if (trimBlanks(txtArtist->text()).isEmpty()) {
+        inform(QStringLiteral("Please enter the text string for artist."));
+        return;
+    }
+    {
+        const WaitCursor waiting(*this);
+        for (int row = 1; row <= ListView1->rowCount(); ++row)
+            SaveFileTags(static_cast<qint16>(row));
+    }
+    inform(QStringLiteral("Saved Successfully!"));
+}
+
+/// With errors passed over: a file that can't be written stays as it is, and a year that is no number leaves
+/// the one written or read last.
+void frmID3E::SaveFileTags(qint16 no)
+{
+    const SkipFailures skip;
+    QString path;
+    skip([&] { path = GetFileByNo(no); });
+    skip([&] { m_AInfo->setTagTitle(trimBlanks(ListView1->text(no, TagColumns::Title))); });
+    skip([&] { m_AInfo->setTagAlbum(trimBlanks(txtAlbum->text())); });
+    skip([&] { m_AInfo->setTagArtist(trimBlanks(txtArtist->text())); });
+    skip([&] { m_AInfo->setTagTrack(no); });
+    skip([&] { m_AInfo->setTagGenre(static_cast<qint16>(cboGenre->listIndex())); });
+    skip([&] { m_AInfo->setTagYear(toInt32(txtYear->text())); });
+    skip([&] { m_AInfo->setTagComment(trimBlanks(txtComment->text())); });
+    skip([&] { m_AInfo->WriteTags(withoutNul(path)); });
+}
