@@ -7,6 +7,7 @@
 #include "settings/frmOptions.h"
 #include "settings/frmProducts.h"
 #include "settings/frmVista.h"
+#include "tags/frmID3E.h"
 
 ProgramWindows::ProgramWindows(const Desktop &desktop, const Parts &parts)
     : m_parts(parts),
@@ -27,6 +28,8 @@ ProgramWindows::ProgramWindows(const Desktop &desktop, const Parts &parts)
           return makeForm<frmTrack>(
               desktop, frmTrack::Parts{m_parts.trackListHost, m_parts.discInfo, *m_parts.components.AInfo});
       }),
+      m_frmID3E(
+          [this, &desktop] { return makeForm<frmID3E>(desktop, m_parts.components.makeAudioInformation()); }),
       m_frmVista([&desktop] { return makeForm<frmVista>(desktop); }),
       m_frmAbout([this, &desktop] { return makeForm<frmAbout>(desktop, m_parts.windowsVersionName); }),
       m_frmProducts([&desktop] { return makeForm<frmProducts>(desktop); })
@@ -54,6 +57,11 @@ void ProgramWindows::showCddb()
 void ProgramWindows::showTrackEditor()
 {
     m_frmTrack.form()->showModal(m_parts.owner);
+}
+
+void ProgramWindows::showTagEditor()
+{
+    m_frmID3E.form()->showModal(m_parts.owner);
 }
 
 void ProgramWindows::showVistaNotice()

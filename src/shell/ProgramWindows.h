@@ -6,6 +6,7 @@
 class frmAbout;
 class frmCddb;
 class frmExtract;
+class frmID3E;
 class frmOptions;
 class frmProducts;
 class frmTrack;
@@ -39,6 +40,7 @@ public:
     void showOptions();
     void showCddb();
     void showTrackEditor();
+    void showTagEditor();
     void showVistaNotice();
     void showAbout();
     void showProducts();
@@ -49,6 +51,7 @@ private:
     FormSlot<frmOptions> m_frmOptions;
     FormSlot<frmCddb> m_frmCddb;
     FormSlot<frmTrack> m_frmTrack;
+    FormSlot<frmID3E> m_frmID3E;
     FormSlot<frmVista> m_frmVista;
     FormSlot<frmAbout> m_frmAbout;
     FormSlot<frmProducts> m_frmProducts;

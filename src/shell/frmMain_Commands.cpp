@@ -108,7 +108,7 @@ void frmMain::mnuToolsSub_Click(int Index)
     case Commands::EditTracks:
         return editTracks();
     case Commands::EditTags:
-        return; // the editor's window is still to come
+        return m_windows.showTagEditor();
     case Commands::Options:
         return showOptions();
     case Commands::FlatToolbar:
