@@ -12,6 +12,19 @@
 
 namespace {
 
+/// Sees whether a window is painted.
+class PaintWatch : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        painted = painted || event->type() == QEvent::Paint;
+        return false;
+    }
+
+    bool painted = false;
+};
+
 class frmCddbTest : public MetadataFixture<frmCddb>
 {
 protected:
@@ -115,6 +128,26 @@ TEST_F(frmCddbTest, aLookupFillsTheRecordShowsItAndCloses)
                            QStringLiteral("CDDB.HostName = ") + Deployment::FreeDbHosts.constFirst(),
                            QStringLiteral("CDDB.QueryDisc(1801c203)"),
                            QStringLiteral("UpdateFileNamesWithTitles")}));
+}
+
+TEST_F(frmCddbTest, theWindowIsPaintedBeforeTheClientBlocksIt)
+{
+    open();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    PaintWatch watch;
+    window->installEventFilter(&watch);
+    client->onCall = [&] { EXPECT_TRUE(watch.painted); };
+    client->status = 9;
+    for (const char *button : {"cmdGet", "cmdSubmit"}) {
+        watch.painted = false;
+        type("txtAlbum", QStringLiteral("a"));
+        type("txtArtist", QStringLiteral("b"));
+        type("txtYear", QStringLiteral("1"));
+        type("txtEmail", QStringLiteral("a@b.com"));
+        for (int row = 1; row <= 3; ++row)
+            at<ReportListView>("ListView1")->setText(row, 1, QStringLiteral("title"));
+        click(button);
+    }
 }
 
 TEST_F(frmCddbTest, titlesWithoutAClosingSeparatorLoseTheLastInTheReportOnly)
