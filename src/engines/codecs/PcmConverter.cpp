@@ -57,13 +57,19 @@ std::span<const qint16> PcmConverter::convert(const qint16 *samples, int frames)
 
 std::span<const qint16> PcmConverter::finish()
 {
-    const qint64 due = av_rescale(m_framesIn, m_output.rate, m_input.rate) - m_framesOut;
-    m_framesIn = m_framesOut = 0;
-    const int left = due > 0 ? pass(nullptr, 0) : 0;
+    const qint64 due = std::max<qint64>(av_rescale(m_framesIn, m_output.rate, m_input.rate) - m_framesOut, 0);
+    const auto values = static_cast<std::size_t>(due) * static_cast<std::size_t>(m_output.channels);
+    std::vector<qint16> rest;
+    while (rest.size() < values) {
+        const int converted = pass(nullptr, 0);
+        if (converted == 0)
+            break;
+        rest.insert(rest.end(), m_converted.begin(),
+                    m_converted.begin() + qsizetype(converted) * m_output.channels);
+    }
     // The library's own count differs by a frame now and then.
-    m_converted.resize(static_cast<std::size_t>(left) * static_cast<std::size_t>(m_output.channels));
-    m_converted.resize(static_cast<std::size_t>(std::max<qint64>(due, 0)) *
-                       static_cast<std::size_t>(m_output.channels));
+    rest.resize(values);
+    m_converted = std::move(rest);
     return m_converted;
 }
 
