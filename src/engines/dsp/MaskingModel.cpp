@@ -14,19 +14,19 @@ double factor(double decibels)
     return std::pow(10.0, decibels / 10);
 }
 
-/// The threshold of hearing, dB of sound pressure.
-double hearingThreshold(double hertz)
-{
-    const double khz = std::max(hertz, 40.0) / 1000;
-    return 3.64 * std::pow(khz, -0.8) - 6.5 * std::exp(-0.6 * (khz - 3.3) * (khz - 3.3)) +
-           0.001 * std::pow(khz, 4);
-}
-
 } // namespace
 
 double bark(double hertz)
 {
     return 13 * std::atan(0.00076 * hertz) + 3.5 * std::atan(hertz / 7500 * (hertz / 7500));
+}
+
+double hearingThreshold(double hertz)
+{
+    const double khz = std::max(hertz, 40.0) / 1000;
+    const double pressure = 3.64 * std::pow(khz, -0.8) - 6.5 * std::exp(-0.6 * (khz - 3.3) * (khz - 3.3)) +
+                            0.001 * std::pow(khz, 4);
+    return 32768.0 * 32768 / 2 * factor(std::min(pressure, 80.0) - 96);
 }
 
 MaskingModel::MaskingModel(int coefficients, double rate, double unitPower, const MaskingSettings &settings)
@@ -45,10 +45,10 @@ MaskingModel::MaskingModel(int coefficients, double rate, double unitPower, cons
         band.begin = begin;
         band.end = end;
         band.offset = factor(-settings.noiseOffset - settings.highOffset * std::max(0.0, middle - 12));
-        // Full scale is taken as 96 dB of sound pressure; the noise in a third of a Bark counts together.
-        const double loudness = factor(std::min(hearingThreshold((begin + end) / 2.0 * width), 80.0) - 96);
+        // The noise in a third of a Bark counts together.
         const double thirds = std::max(1.0, BandsPerBark * (bark(end * width) - bark(begin * width)));
-        band.quiet = loudness * 32768 * 32768 / 2 * thirds * unitPower * coefficients / (end - begin);
+        band.quiet =
+            hearingThreshold((begin + end) / 2.0 * width) * thirds * unitPower * coefficients / (end - begin);
         band.decayUp = factor(-settings.spreadUp * (middle - lastBark));
         band.decayDown = factor(-settings.spreadDown * (middle - lastBark));
         lastBark = middle;

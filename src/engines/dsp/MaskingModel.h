@@ -47,4 +47,8 @@ private:
 /// The critical band number of a frequency.
 double bark(double hertz);
 
+/// The power of the faintest tone that can be heard, in 16-bit units squared, if full scale is 96 dB of sound
+/// pressure.
+double hearingThreshold(double hertz);
+
 } // namespace dsp

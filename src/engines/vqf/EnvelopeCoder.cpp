@@ -28,8 +28,10 @@ double logMean(const std::array<EnvelopeTarget::Band, MaxBands> &bands, int coun
 {
     double sum = 0, weights = 0;
     for (int band = 0; band < count; ++band) {
-        sum += bands[band].weight * std::log(std::max(bands[band].level, FaintestLevel));
-        weights += bands[band].weight;
+        const EnvelopeTarget::Band &of = bands[band];
+        const float weight = of.ratioCost + of.errorCost * of.level * of.level;
+        sum += weight * std::log(std::max(of.level, FaintestLevel));
+        weights += weight;
     }
     return weights > 0 ? sum / weights : std::log(FaintestLevel);
 }
@@ -46,44 +48,47 @@ struct EnvelopeCoder::BlockFit
 
 EnvelopeCoder::EnvelopeCoder(const Tables &tables) : m_tables(tables) {}
 
-/// Tries all indices with each of the gains, each given by its field and its value's logarithm.
+/// Tries all indices with each of the gains, each given by its field and its value.
 void EnvelopeCoder::fitBlock(BlockType type, const std::array<EnvelopeTarget::Band, MaxBands> &bands,
                              const std::vector<std::pair<int, float>> &gains, const Levels *last,
                              BlockFit &best) const
 {
     const TypeLayout &layout = Layouts[type];
     const auto history = static_cast<float>(last ? layout.history : 0);
-    std::array<std::array<float, MaxBands>, BookSize> offsets;
-    std::array<float, MaxBands> wanted;
-    for (int band = 0; band < layout.bands; ++band)
-        wanted[band] = std::log(std::max(bands[band].level, FaintestLevel));
-    for (int entry = 0; entry < BookSize; ++entry) {
-        for (int band = 0; band < layout.bands; ++band) {
+    std::array<std::array<float, BookSize>, MaxBands> values, ratios;
+    for (int band = 0; band < layout.bands; ++band) {
+        const float remembered = history * (last ? (*last)[band] : 0);
+        const float wanted = std::max(bands[band].level, FaintestLevel);
+        for (int entry = 0; entry < BookSize; ++entry) {
             const float value =
                 static_cast<float>(m_tables.bark[type][entry][band / layout.barkIndices]) / 4096;
-            offsets[entry][band] =
-                std::log(1 + (1 - history) * value + history * (last ? (*last)[band] : 0)) - wanted[band];
+            values[band][entry] = 1 + (1 - history) * value + remembered;
+            ratios[band][entry] = bands[band].ratioCost > 0 ? std::log(values[band][entry] / wanted) : 0;
         }
     }
-    for (const auto &[gain, logGain] : gains) {
+    for (const auto &[index, gain] : gains) {
+        const float logGain = std::log(gain);
         BlockFit fit;
         fit.history = last != nullptr;
-        fit.gain = gain;
+        fit.gain = index;
         fit.cost = 0;
         for (int j = 0; j < layout.barkIndices; ++j) {
-            float bestCost = std::numeric_limits<float>::max();
-            for (int entry = 0; entry < BookSize; ++entry) {
-                float cost = 0;
-                for (int band = j; band < layout.bands; band += layout.barkIndices) {
-                    const float off = offsets[entry][band] + logGain;
-                    cost += bands[band].weight * off * off * (off > 0 ? OvershootCost : 1);
-                }
-                if (cost < bestCost) {
-                    bestCost = cost;
-                    fit.indices[j] = static_cast<std::uint8_t>(entry);
+            std::array<float, BookSize> costs{};
+            for (int band = j; band < layout.bands; band += layout.barkIndices) {
+                const EnvelopeTarget::Band target = bands[band];
+                for (int entry = 0; entry < BookSize; ++entry) {
+                    const float ratio = ratios[band][entry] + logGain;
+                    const float level = values[band][entry] * gain;
+                    const float off = level - target.level;
+                    const float noise = level * level - target.level * target.level;
+                    costs[entry] += target.ratioCost * ratio * ratio * (ratio > 0 ? OvershootCost : 1.0F) +
+                                    target.errorCost * off * off +
+                                    target.noiseCost * (noise > 0 ? noise : 0.0F);
                 }
             }
-            fit.cost += bestCost;
+            const auto best = std::min_element(costs.begin(), costs.end());
+            fit.indices[j] = static_cast<std::uint8_t>(best - costs.begin());
+            fit.cost += *best;
         }
         if (fit.cost < best.cost)
             best = fit;
@@ -108,7 +113,7 @@ CodedEnvelope EnvelopeCoder::fit(BlockType type, const EnvelopeTarget &target, c
     for (int block = 0; block < layout.blocks; ++block) {
         std::vector<std::pair<int, float>> gains;
         const auto addGain = [&gains](int index, double value) {
-            gains.emplace_back(index, static_cast<float>(std::log(value)));
+            gains.emplace_back(index, static_cast<float>(value));
         };
         if (type == Long) {
             for (int step = -6; step <= 6; ++step) {

@@ -12,12 +12,16 @@ namespace {
 /// Noise of variance 1 has this power in every coefficient, whatever the block size.
 constexpr double UnitPower = 2;
 /// Of the inverse threshold in the weight of an error. Errors weighted by the threshold alone would cost much
-/// signal-to-noise ratio and leave more audible noise, too: few bits do too much for faint parts.
-constexpr float ThresholdExponent = 0.55F;
+/// signal-to-noise ratio and leave hardly less audible noise: few bits do too much for faint parts.
+constexpr float ThresholdExponent = 0.68F;
+/// Of noise that an envelope makes above the signal's level, in units of the threshold.
+constexpr float ExcessNoiseCost = 0.002F;
+/// How often gains and envelopes are made to suit the entries found, and the entries searched again.
+constexpr int RefinementRounds = 2;
 /// A faint error counts, too, where all is silent.
 constexpr float FaintPower = 1e-6F;
 
-constexpr std::array<float, 2> FilterExponents{0.25F, 0.35F}; // of the power
+constexpr std::array<float, 2> FilterExponents{0.5F, 0.7F}; // of the power
 
 float square(float x)
 {
@@ -64,7 +68,7 @@ Frame FrameEncoder::encode(int window, const std::array<const float *, Channels>
     }
     search(frame);
     double error = weightedError();
-    for (int round = 0; round < 2; ++round) {
+    for (int round = 0; round < RefinementRounds; ++round) {
         refineGain(frame, error);
         refineEnvelope(frame, error);
     }
@@ -148,15 +152,19 @@ EnvelopeTarget FrameEncoder::envelopeTarget(BlockType type, const Channel &chann
     for (int block = 0; block < layout.blocks; ++block) {
         const int start = block * layout.blockSize;
         for (int band = 0; band < layout.bands; ++band) {
-            float energy = 0, audible = 0;
+            float energy = 0, audible = 0, noise = 0;
             for (int k = start + m_edges[type][band]; k < start + m_edges[type][band + 1]; ++k) {
                 const float rest = square(channel.wanted[k] - channel.peaks[k]);
                 energy += (rest + channel.power[k]) / 2 / square(channel.curve[k]);
                 audible += channel.power[k] / m_threshold[k];
+                noise += square(channel.curve[k]) / m_threshold[k];
             }
             const auto width = static_cast<float>(m_edges[type][band + 1] - m_edges[type][band]);
-            target.bands[block][band] = {std::sqrt(energy / width) / m_books[type].rms,
-                                         std::sqrt(width) * std::pow(audible / width + FaintPower, 0.3F)};
+            const float rms = m_books[type].rms;
+            EnvelopeTarget::Band &of = target.bands[block][band];
+            of.level = std::sqrt(energy / width) / rms;
+            of.ratioCost = std::sqrt(width) * std::pow(audible / width + FaintPower, 0.3F);
+            of.noiseCost = ExcessNoiseCost * noise * square(rms);
         }
     }
     return target;
@@ -367,7 +375,7 @@ void FrameEncoder::refineGain(Frame &frame, double &error)
         tryChange(frame, error, changed);
 }
 
-/// Moves the bands' levels half-way to those that would suit the entries found.
+/// Moves the bands' levels to those that suit the entries found.
 void FrameEncoder::refineEnvelope(Frame &frame, double &error)
 {
     const BlockType type = frame.type();
@@ -384,7 +392,10 @@ void FrameEncoder::refineEnvelope(Frame &frame, double &error)
                     products(channel, start + m_edges[type][band], start + m_edges[type][band + 1]);
                 const float factor =
                     sums.coded > 0 ? std::clamp(sums.wanted / sums.coded, 0.25F, 4.0F) : 1.0F;
-                target.bands[block][band].level = now.levels[block][band] * std::sqrt(factor);
+                EnvelopeTarget::Band &of = target.bands[block][band];
+                of.level = now.levels[block][band] * factor;
+                of.ratioCost = of.noiseCost = 0;
+                of.errorCost = sums.coded / square(now.levels[block][band]);
             }
         }
         m_envelopeCoder.fit(type, target, channel.history, m_seen[type], changed.channel[c]);

@@ -13,7 +13,7 @@ namespace {
 constexpr std::array<int, BlockTypes> Points{128, 256, 512};
 constexpr int Lags = LspOrder + 1;
 
-/// Keeps the filter's peaks from growing too sharp.
+/// Keep the filter's peaks from growing too sharp.
 constexpr double WhiteNoise = 1.001;
 constexpr double LagWindow = 0.008;
 

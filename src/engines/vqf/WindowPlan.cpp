@@ -19,6 +19,11 @@ constexpr int SegmentSamples = 128;
 constexpr int SegmentHistory = 8;
 constexpr float ShortAttack = 60;
 constexpr float MediumAttack = 6;
+/// Under strong low tones the noise of short blocks spreads too far; there an attack must come out of
+/// silence.
+constexpr float ShortDarkAttack = 1000;
+/// Least share of high frequencies, as the difference's energy, in a sound that isn't such.
+constexpr double Brightness = 0.05;
 /// Root mean square in 16-bit units. The smallest gain of long blocks is louder than this.
 constexpr double SilentLevel = 3;
 
@@ -56,6 +61,8 @@ void WindowPlan::push(const float *left, const float *right)
         for (std::size_t n = 0; n < attacks.size(); ++n)
             m_new.attacks[n] = std::max(m_new.attacks[n], attacks[n]);
         m_new.energy += std::inner_product(samples[c], samples[c] + FrameSize, samples[c], 0.0);
+        for (int n = 1; n < FrameSize; ++n)
+            m_new.changes += (samples[c][n] - samples[c][n - 1]) * (samples[c][n] - samples[c][n - 1]);
     }
     const BlockType next = wantedType();
     m_settled = {m_settled[1], m_settled[2], legalType(m_settled[2], m_wanted, next)};
@@ -76,7 +83,8 @@ BlockType WindowPlan::wantedType() const
     // An attack right before the region would still be in its first window.
     const float attack = std::max(*std::max_element(m_last.attacks.begin() + Half - 1, m_last.attacks.end()),
                                   *std::max_element(m_new.attacks.begin(), m_new.attacks.begin() + Half));
-    return attack > ShortAttack ? Short : attack > MediumAttack ? Medium : Long;
+    const bool bright = m_last.changes + m_new.changes > Brightness * (m_last.energy + m_new.energy);
+    return attack > (bright ? ShortAttack : ShortDarkAttack) ? Short : attack > MediumAttack ? Medium : Long;
 }
 
 } // namespace vqf

@@ -30,6 +30,7 @@ private:
     {
         std::array<float, 16> attacks{}; ///< of its segments, the channels' larger ones
         double energy = 0;
+        double changes = 0; ///< energy of the difference from sample to sample
     };
 
     BlockType wantedType() const;
