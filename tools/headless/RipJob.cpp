@@ -92,7 +92,7 @@ void RipJob::look()
 {
     QWidget *const window = QApplication::activeModalWidget();
     if (auto *box = qobject_cast<QMessageBox *>(window)) {
-        if (m_clock.isValid() && m_worked == 0)
+        if (box->text() == QStringLiteral("Audio CD Ripping Completed!"))
             m_worked = m_clock.nsecsElapsed();
         m_boxes += box->text();
         answerOf(*box)->click();
