@@ -5,6 +5,8 @@
 #include "engines/audiofile/WmaProfiles.h"
 #include "engines/codecs/Recipe.h"
 
+#include <algorithm>
+
 namespace audiofile {
 
 AudioFile::AudioFile(QObject *parent)
@@ -61,7 +63,10 @@ QList<qint16> AudioFile::ReadSamples(qint32 count)
 {
     if (!m_source || count < 1)
         codecs::refuse(QStringLiteral("No file is open for reading"));
-    const std::vector<qint16> samples = m_source->read(static_cast<std::size_t>(count));
+    // All that one reading gives is encoded at one go, while the window waits: a quarter of a second keeps it
+    // lively with the slowest encoder, too.
+    const qint32 most = std::max(SampleRate() / 4, 1) * ChannelCount();
+    const std::vector<qint16> samples = m_source->read(static_cast<std::size_t>(std::min(count, most)));
     return {samples.begin(), samples.end()};
 }
 
