@@ -19,8 +19,8 @@ frmID3E::frmID3E(const Desktop &desktop, std::unique_ptr<NCTAudioInformation> AI
     new DigitsOnly(txtYear);
     ListView1->header()->setSectionResizeMode(TagColumns::Track, QHeaderView::ResizeToContents);
     const int character = fontMetrics().averageCharWidth();
-    ListView1->header()->resizeSection(TagColumns::Title, 34 * character);
-    ListView1->header()->resizeSection(TagColumns::File, 30 * character);
+    ListView1->header()->resizeSection(TagColumns::Title, 30 * character);
+    ListView1->header()->resizeSection(TagColumns::File, 24 * character);
     attach(cmdOpen, &QPushButton::clicked, [this] { cmdOpen_Click(); });
     attach(cmdRemove, &QPushButton::clicked, [this] { cmdRemove_Click(); });
     attach(cmdEdit, &QPushButton::clicked, [this] { cmdEdit_Click(); });
