@@ -16,8 +16,9 @@ struct PcmFormat
     bool operator==(const PcmFormat &) const = default;
 };
 
-/// Encodes one stream of PCM. It knows nothing of files and has no thread: the same samples give the same
-/// bytes whatever their division into calls, and any number of encoders work at a time.
+/// Encodes one stream of PCM. It knows nothing of files. The same samples give the same bytes whatever their
+/// division into calls, and whatever the number of threads that work inside; any number of encoders work at a
+/// time. The sink is written to by the calling thread alone.
 class Encoder
 {
 public:
@@ -38,8 +39,10 @@ public:
     virtual ~EncoderRecipe() = default;
 
     /// `input` is what `encode` will get; the encoder resamples and remixes where its output is another.
-    /// `output` must outlive the encoder; the first bytes may go there at once.
-    virtual std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output) const = 0;
+    /// `output` must outlive the encoder; the first bytes may go there at once. `threads` is the most that
+    /// work on the stream at a time; 0 stands for as many as there are cores.
+    virtual std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output,
+                                            int threads = 0) const = 0;
 };
 
 /// What the inner objects of the encoder components offer to the engines.

@@ -1,7 +1,8 @@
 #include "engines/codecs/Mp3Encoder.h"
 
 #include "base/RunTimeFailure.h"
-#include "engines/codecs/BlockEncoder.h"
+#include "engines/codecs/Mp3Tag.h"
+#include "engines/codecs/Pieces.h"
 #include "engines/codecs/Recipe.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ MPEG_mode modeOf(Mp3Settings::ChannelMode mode)
 }
 
 /// Without an output rate LAME chooses one.
-Lame openLame(const Mp3Settings &settings, int outputRate)
+Lame openLame(const Mp3Settings &settings, int outputRate, bool withTag = false)
 {
     Lame lame(lame_init());
     if (!lame)
@@ -52,7 +53,7 @@ Lame openLame(const Mp3Settings &settings, int outputRate)
     lame_set_mode(l, modeOf(settings.channelMode));
     lame_set_force_ms(l, settings.channelMode == Mp3Settings::ForcedJointStereo);
     lame_set_quality(l, settings.quality);
-    lame_set_bWriteVbrTag(l, !settings.variable || settings.variableHeader);
+    lame_set_bWriteVbrTag(l, withTag && (!settings.variable || settings.variableHeader));
     if (settings.variable) {
         lame_set_VBR(l, vbr_mtrh);
         lame_set_VBR_q(l, settings.variableQuality);
@@ -68,54 +69,155 @@ Lame openLame(const Mp3Settings &settings, int outputRate)
     return lame;
 }
 
-class Mp3Encoder final : public BlockEncoder
+/// The bytes of one piece: whole frames that need nothing of the frames before them.
+struct Mp3Piece final : EncodedPiece
+{
+    std::vector<std::uint8_t> bytes;
+    std::vector<std::uint8_t> tagFrame; ///< of the first piece; the same bytes stand empty before its sound
+    int padding = 0;                    ///< of the last piece
+};
+
+/// Encodes a piece, a frame's samples at each call, so that each call codes one frame at most.
+class PieceEncoding
 {
 public:
-    Mp3Encoder(const Mp3Settings &settings, engines::ByteSink &sink)
-        : BlockEncoder(settings.channelMode == Mp3Settings::Mono ? 1 : 2, BlockFrames),
-          m_lame(openLame(settings, settings.rate)),
-          m_mono(settings.channelMode == Mp3Settings::Mono),
-          m_sink(sink)
-    {}
+    PieceEncoding(const Mp3Settings &settings, const Piece &piece, Mp3Piece &encoded)
+        : m_piece(piece), m_encoded(encoded), m_mono(settings.channelMode == Mp3Settings::Mono)
+    {
+        m_lame = openLame(settings, settings.rate, piece.number == 0);
+        m_frameSize = lame_get_framesize(m_lame.get());
+    }
+
+    /// False where `cancelled` became true.
+    bool run(const std::atomic<bool> &cancelled)
+    {
+        const qint64 warmUpFrames = m_piece.warmUp / m_frameSize;
+        const qint64 ownFrames = m_piece.frames / m_frameSize;
+        const qint64 channels = m_mono ? 1 : 2;
+        const qint64 total = static_cast<qint64>(m_piece.samples.size()) / channels;
+        bool dropping = m_piece.number > 0;
+        for (qint64 at = 0; at < total; at += m_frameSize) {
+            if (cancelled)
+                return false;
+            feed(m_piece.samples.data() + at * channels, static_cast<int>(std::min(m_frameSize, total - at)));
+            const qint64 coded = lame_get_frameNum(m_lame.get());
+            // Both sides of a joint empty the bit reservoir: what follows begins with a frame of its own.
+            if (dropping && coded >= warmUpFrames) {
+                keep(lame_encode_flush_nogap(m_lame.get(), m_bytes.data(), room()));
+                m_encoded.bytes.clear();
+                dropping = false;
+            }
+            if (!m_piece.last && coded >= warmUpFrames + ownFrames) {
+                keep(lame_encode_flush_nogap(m_lame.get(), m_bytes.data(), room()));
+                break;
+            }
+        }
+        complete();
+        return true;
+    }
 
 private:
-    static constexpr int BlockFrames = 1152;
+    int room() const { return static_cast<int>(m_bytes.size()); }
 
-    void encodeBlock(const qint16 *samples, int frames) override
+    void feed(const qint16 *samples, int frames)
     {
-        const int room = static_cast<int>(m_bytes.size());
         // The call for interleaved samples takes two channels whatever was set.
-        put(m_mono ? lame_encode_buffer(m_lame.get(), samples, samples, frames, m_bytes.data(), room)
-                   : lame_encode_buffer_interleaved(m_lame.get(), const_cast<qint16 *>(samples), frames,
-                                                    m_bytes.data(), room));
+        keep(m_mono ? lame_encode_buffer(m_lame.get(), samples, samples, frames, m_bytes.data(), room())
+                    : lame_encode_buffer_interleaved(m_lame.get(), const_cast<qint16 *>(samples), frames,
+                                                     m_bytes.data(), room()));
     }
 
-    void complete() override
+    void complete()
     {
-        put(lame_encode_flush(m_lame.get(), m_bytes.data(), static_cast<int>(m_bytes.size())));
-        // The first frame was left empty for the tag, with the sound's exact length and the points for
-        // seeking, which is complete only now. Where bit rate and tag don't fit together there's no such
-        // frame.
-        const std::size_t count = lame_get_lametag_frame(m_lame.get(), m_bytes.data(), m_bytes.size());
-        if (count == 0 || count > m_bytes.size())
+        if (m_piece.last) {
+            keep(lame_encode_flush(m_lame.get(), m_bytes.data(), room()));
+            m_encoded.padding = lame_get_encoder_padding(m_lame.get());
+        }
+        if (m_piece.number > 0)
             return;
-        m_sink.seek(0);
-        m_sink.write(m_bytes.data(), count);
+        // The first frame was left empty for the tag. Where bit rate and tag don't fit together there's none.
+        const std::size_t count = lame_get_lametag_frame(m_lame.get(), m_bytes.data(), m_bytes.size());
+        if (count > 0 && count <= m_bytes.size())
+            m_encoded.tagFrame.assign(m_bytes.begin(), m_bytes.begin() + static_cast<std::ptrdiff_t>(count));
     }
 
-    void put(int count)
+    void keep(int count)
     {
         if (count < 0)
             refuse(QStringLiteral("The MP3 encoder failed (%1)").arg(count));
-        if (count > 0)
-            m_sink.write(m_bytes.data(), static_cast<std::size_t>(count));
+        m_encoded.bytes.insert(m_encoded.bytes.end(), m_bytes.begin(), m_bytes.begin() + count);
     }
 
-    Lame m_lame;
+    const Piece &m_piece;
+    Mp3Piece &m_encoded;
     const bool m_mono;
+    Lame m_lame;
+    qint64 m_frameSize = 0;
+    /// As much as LAME may ask for one call, and for all that waits at the end.
+    std::array<unsigned char, 7200 + 1152 * 5 / 4> m_bytes;
+};
+
+class Mp3Joiner final : public PieceJoiner
+{
+public:
+    explicit Mp3Joiner(engines::ByteSink &sink) : m_sink(sink), m_tag({}) {}
+
+    void add(EncodedPiece &piece) override
+    {
+        auto &encoded = static_cast<Mp3Piece &>(piece);
+        const std::size_t tagSize = encoded.tagFrame.size();
+        if (tagSize > 0)
+            m_tag = Mp3Tag(std::move(encoded.tagFrame));
+        m_tag.add(encoded.bytes.data() + tagSize, encoded.bytes.size() - tagSize);
+        m_padding = encoded.padding;
+        if (!encoded.bytes.empty())
+            m_sink.write(encoded.bytes.data(), encoded.bytes.size());
+    }
+
+    void finish() override
+    {
+        const std::vector<std::uint8_t> frame = m_tag.complete(m_padding);
+        if (frame.empty())
+            return;
+        m_sink.seek(0);
+        m_sink.write(frame.data(), frame.size());
+    }
+
+private:
     engines::ByteSink &m_sink;
-    /// As much as LAME may ask for one block, and for all that waits at the end.
-    std::array<unsigned char, 7200 + BlockFrames * 5 / 4> m_bytes;
+    Mp3Tag m_tag;
+    int m_padding = 0;
+};
+
+class Mp3Pieces final : public PieceCodec
+{
+public:
+    explicit Mp3Pieces(const Mp3Settings &settings) : m_settings(settings) {}
+
+    PiecePlan plan() const override
+    {
+        const qint64 frame = m_settings.rate >= 32000 ? 1152 : 576;
+        return {.warmUp = 10 * frame,
+                .lookAhead = (frame == 1152 ? 4 : 6) * frame,
+                .length = PieceSeconds * m_settings.rate / frame * frame};
+    }
+
+    std::unique_ptr<EncodedPiece> encode(const Piece &piece,
+                                         const std::atomic<bool> &cancelled) const override
+    {
+        auto encoded = std::make_unique<Mp3Piece>();
+        if (!PieceEncoding(m_settings, piece, *encoded).run(cancelled))
+            return nullptr;
+        return encoded;
+    }
+
+    std::unique_ptr<PieceJoiner> joiner(engines::ByteSink &output) const override
+    {
+        return std::make_unique<Mp3Joiner>(output);
+    }
+
+private:
+    const Mp3Settings m_settings;
 };
 
 } // namespace
@@ -163,9 +265,8 @@ std::shared_ptr<const EncoderRecipe> mp3Recipe(const Mp3Settings &settings)
                    .arg(settings.minBitRate)
                    .arg(settings.maxBitRate));
     openLame(settings, settings.rate);
-    return makeRecipe(
-        {settings.rate, settings.channelMode == Mp3Settings::Mono ? 1 : 2},
-        [settings](engines::ByteSink &sink) { return std::make_unique<Mp3Encoder>(settings, sink); });
+    return makeRecipe({settings.rate, settings.channelMode == Mp3Settings::Mono ? 1 : 2},
+                      std::make_shared<Mp3Pieces>(settings));
 }
 
 } // namespace codecs

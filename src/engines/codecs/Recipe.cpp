@@ -3,6 +3,10 @@
 #include "base/RunTimeFailure.h"
 #include "engines/codecs/BlockEncoder.h"
 #include "engines/codecs/PcmConverter.h"
+#include "engines/codecs/SegmentedEncoder.h"
+
+#include <algorithm>
+#include <thread>
 
 namespace codecs {
 
@@ -40,14 +44,18 @@ private:
     std::unique_ptr<Encoder> m_encoder;
 };
 
+using MakeThreadedEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &, int threads)>;
+
 class Recipe final : public EncoderRecipe
 {
 public:
-    Recipe(const PcmFormat &wanted, MakeEncoder make) : m_wanted(wanted), m_make(std::move(make)) {}
+    Recipe(const PcmFormat &wanted, MakeThreadedEncoder make) : m_wanted(wanted), m_make(std::move(make)) {}
 
-    std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output) const override
+    std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output,
+                                    int threads) const override
     {
-        auto encoder = m_make(output);
+        const int cores = static_cast<int>(std::thread::hardware_concurrency());
+        auto encoder = m_make(output, threads > 0 ? threads : std::max(cores, 1));
         if (input == m_wanted)
             return encoder;
         return std::make_unique<ConvertingEncoder>(input, m_wanted, std::move(encoder));
@@ -55,14 +63,25 @@ public:
 
 private:
     const PcmFormat m_wanted;
-    const MakeEncoder m_make;
+    const MakeThreadedEncoder m_make;
 };
 
 } // namespace
 
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make)
 {
-    return std::make_shared<Recipe>(wanted, std::move(make));
+    return std::make_shared<Recipe>(
+        wanted, [make = std::move(make)](engines::ByteSink &output, int) { return make(output); });
+}
+
+std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
+                                                std::shared_ptr<const PieceCodec> codec)
+{
+    const int channels = wanted.channels;
+    return std::make_shared<Recipe>(
+        wanted, [codec = std::move(codec), channels](engines::ByteSink &output, int threads) {
+            return std::make_unique<SegmentedEncoder>(codec, channels, output, threads);
+        });
 }
 
 void refuse(const QString &description)

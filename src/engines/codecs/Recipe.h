@@ -7,11 +7,17 @@
 
 namespace codecs {
 
+class PieceCodec;
+
 using MakeEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &)>;
 
 /// A recipe for the encoders that `make` gives, which want PCM of the format `wanted`. Where the input is
 /// another, a converter stands before the encoder.
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make);
+
+/// The same for a stream that is encoded piece by piece.
+std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
+                                                std::shared_ptr<const PieceCodec> codec);
 
 /// Raises RunTimeFailure 5.
 [[noreturn]] void refuse(const QString &description);
