@@ -9,7 +9,6 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tonelift"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Tonelift"));
     QApplication::setDesktopFileName(QStringLiteral("tonelift"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/tonelift.svg")));
 

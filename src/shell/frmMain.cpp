@@ -36,7 +36,7 @@ frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
     chkAll2 = new TickBox(lvwTracks->header());
     chkAll2->setObjectName(QStringLiteral("chkAll2"));
     chkAll2->setAccessibleName(QStringLiteral("Check/Uncheck All"));
-    placeHeaderBox();
+    fitColumns();
     addStatusPanels();
     Timer1.setObjectName(QStringLiteral("Timer1"));
     Timer1.setParent(this);
@@ -48,18 +48,17 @@ frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
 
 frmMain::~frmMain() = default;
 
-void frmMain::placeHeaderBox()
+/// Columns as wide as the list's font asks for, and the box over the check column.
+void frmMain::fitColumns()
 {
-    const QFontMetrics metrics = fontMetrics();
-    const int character = metrics.averageCharWidth();
+    const int character = lvwTracks->fontMetrics().averageCharWidth() + 1;
+    const int widths[] = {0, 6, 44, 13, 13, 12, 10}; // in characters; the first column holds the box alone
     QHeaderView *header = lvwTracks->header();
     header->setMinimumSectionSize(chkAll2->sizeHint().width() + character);
-    const int widths[] = {0, 6, 44, 13, 13, 12, 10}; // in characters; the first column holds the box alone
     for (int column = 0; column < lvwTracks->columnCount(); ++column)
         header->resizeSection(column, std::max(header->minimumSectionSize(), widths[column] * character));
-    const QSize box = chkAll2->sizeHint();
     chkAll2->setGeometry(
-        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, box,
+        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, chkAll2->sizeHint(),
                             QRect(0, 0, header->sectionSize(0), header->sizeHint().height())));
 }
 

@@ -46,7 +46,7 @@ private:
     void Form_Load() override;
     void attachHandlers();
     void askToClose();
-    void placeHeaderBox();
+    void fitColumns();
     void addStatusPanels();
     template <typename Control>
     Control *control(const QString &name) const

@@ -29,6 +29,7 @@ void frmMain::LoadMainSettings()
     skip([&] { txtOutputDirectory->setText(m_sFolder[static_cast<std::size_t>(selectedFormat())]); });
     skip([&] { LoadGridLines(m_settings, *lvwTracks); });
     skip([&] { LoadListColorsAndFont(m_settings, *lvwTracks); });
+    fitColumns();
     skip([&] { Toolbar1->setBarStyle(toInt32(m_settings.read(Ini::Toolbar_Style))); });
     skip([&] { control<QAction>(QStringLiteral("mnuToolsSub_9"))->setChecked(Toolbar1->barStyle() != 0); });
     skip([&] { CreateDirectoryPath(desktop().dialogs, this, txtOutputDirectory->text()); });
