@@ -19,11 +19,9 @@ constexpr int SegmentSamples = 128;
 constexpr int SegmentHistory = 8;
 constexpr float ShortAttack = 60;
 constexpr float MediumAttack = 6;
-/// Under strong low tones the noise of short blocks spreads too far; there an attack must come out of
-/// silence.
-constexpr float ShortDarkAttack = 1000;
-/// Least share of high frequencies, as the difference's energy, in a sound that isn't such.
-constexpr double Brightness = 0.05;
+/// Least share of high frequencies, as the difference's energy, in a sound that short blocks suit: under strong
+/// low tones their noise would spread too far.
+constexpr double Brightness = 0.1;
 /// Root mean square in 16-bit units. The smallest gain of long blocks is louder than this.
 constexpr double SilentLevel = 3;
 
@@ -84,7 +82,7 @@ BlockType WindowPlan::wantedType() const
     const float attack = std::max(*std::max_element(m_last.attacks.begin() + Half - 1, m_last.attacks.end()),
                                   *std::max_element(m_new.attacks.begin(), m_new.attacks.begin() + Half));
     const bool bright = m_last.changes + m_new.changes > Brightness * (m_last.energy + m_new.energy);
-    return attack > (bright ? ShortAttack : ShortDarkAttack) ? Short : attack > MediumAttack ? Medium : Long;
+    return bright && attack > ShortAttack ? Short : attack > MediumAttack ? Medium : Long;
 }
 
 } // namespace vqf
