@@ -84,7 +84,7 @@ void ParanoiaReader::begin(qint32 first, qint32 last)
     m_first = first;
     m_behindSilence = -1;
     m_result = ReadResult::Read;
-    m_readFailed = false;
+    m_failedReads = 0;
     m_misfits = 0;
     // Afresh for each span: after an ended one the library keeps what it gave up.
     m_paranoia.reset(cdio_paranoia_init(m_drive));
@@ -106,7 +106,7 @@ ReadResult ParanoiaReader::read(qint16 *samples, qint32 &count)
         if (!sector)
             return m_hooks.stopped() ? ReadResult::Stopped : ReadResult::Lost;
         std::copy_n(sector, SamplesPerSector, samples + qsizetype(i) * SamplesPerSector);
-        m_readFailed = false;
+        m_failedReads = 0;
     }
     return ReadResult::Read;
 }
@@ -183,15 +183,21 @@ void ParanoiaReader::hear(paranoia_cb_mode_t code, qint32 sector)
 {
     switch (code) {
     case PARANOIA_CB_READERR:
-        if (std::exchange(m_readFailed, true))
-            reportOften(CDRipperX::RetryingRead, sector);
-        else
+        switch (++m_failedReads) {
+        case 1:
             m_hooks.report(CDRipperX::ReadFailed, sector);
+            break;
+        case 2: // that it is tried again is told once in any case, whatever was reported just before
+            m_hooks.report(CDRipperX::RetryingRead, sector);
+            break;
+        default:
+            reportOften(CDRipperX::RetryingRead, sector);
+        }
         break;
     case PARANOIA_CB_SKIP:
         if (m_result != ReadResult::Read)
             break;
-        if (!m_readFailed)
+        if (m_failedReads == 0)
             m_hooks.report(CDRipperX::JitterNotCorrected, ++m_misfits);
         m_hooks.report(CDRipperX::RetryFailed, sector);
         m_result = ReadResult::Lost;

@@ -67,7 +67,7 @@ private:
     qint32 m_first = 0;        ///< of the span
     lsn_t m_behindSilence = 0; ///< sector before which the last read ended silently
     ReadResult m_result = ReadResult::Read;
-    bool m_readFailed = false; ///< since the last good sector
+    int m_failedReads = 0; ///< since the last good sector
     qint32 m_misfits = 0;
     QElapsedTimer m_sinceReport;
 };
