@@ -38,5 +38,5 @@ function(tonelift_test folder)
   add_executable(${target} ${sources})
   target_link_libraries(${target} PRIVATE tonelift_testkit ${uses})
   gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${folder}: "
-    PROPERTIES TIMEOUT 120 LABELS ${folder})
+    PROPERTIES TIMEOUT 300 LABELS ${folder})
 endfunction()

@@ -28,7 +28,7 @@ inline void fireTimer(QTimer *timer)
 
 /// Handles events until the condition holds; false when it doesn't within the time.
 template <typename Condition>
-bool waitFor(Condition condition, int milliseconds = 20000)
+bool waitFor(Condition condition, int milliseconds = 90000)
 {
     QElapsedTimer clock;
     clock.start();
