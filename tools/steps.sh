@@ -16,7 +16,7 @@ step() {
     shift
     say "$what"
     mkdir -p build/log
-    log=build/log/$(tr -cs 'A-Za-z0-9\n' '-' <<<"$what").txt
+    log=build/log/$(tr -cs 'A-Za-z0-9\n' '-' <<<"$what" | cut -c 1-60).txt # a list of packages makes a long name
     if ! "$@" >"$log" 2>&1 </dev/null; then
         tail -n 40 "$log" >&2
         fail "$what (everything it said: $log)"
