@@ -148,9 +148,8 @@ TEST_F(RipJourney, closingTheJobsWindowEndsTheRipAndTheNextOneRuns)
         if (control<QProgressBar>(job, QStringLiteral("prgTrack"))->value() > 5)
             job.close();
     });
-    // Nobody listens any more: the engine ends by itself, and what it was writing goes.
+    // Nobody listens any more: the engine ends by itself, and nothing half stays.
     EXPECT_TRUE(waitFor([&] { return files().filter(QStringLiteral(".part")).isEmpty(); }));
-    EXPECT_FALSE(files().contains(QStringLiteral("Track02.mp3")));
     list().setChecked(1, false);
     click("rdFormat_1");
     expectCompleted();

@@ -110,8 +110,7 @@ TEST_F(PlayerTest, aTrackIsHeardWholeAndPausingLosesNoSample)
     ear.listen(1000000);
     engine->PausePlay();
     EXPECT_EQ(ear.all().size(), 30001 * 4);
-    engine->ResumePlay();
-    EXPECT_EQ(engine->DriveStatus(), CDRipperX::Playing);
+    engine->ResumePlay(); // the ear may have heard all of it before this returns
     EXPECT_TRUE(waitFor([&] { return engine->DriveStatus() == CDRipperX::DiscIdle; }));
     EXPECT_TRUE(ear.all() == sound.mid(75 * 2352, 150 * 2352));
     engine->ResumePlay();
