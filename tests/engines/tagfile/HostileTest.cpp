@@ -3,6 +3,7 @@
 #include "engines/tagfile/Id3v2Tag.h"
 #include "engines/tagfile/Mp3Tags.h"
 #include "engines/tagfile/OggTags.h"
+#include "testkit/MemorySink.h"
 
 #include <QBuffer>
 #include <sys/resource.h>
@@ -11,18 +12,6 @@ namespace {
 
 using namespace samples;
 using engines::AudioKind;
-
-class MemorySink : public engines::ByteSink
-{
-public:
-    void write(const std::uint8_t *data, std::size_t count) override
-    {
-        bytes.append(reinterpret_cast<const char *>(data), static_cast<qsizetype>(count));
-    }
-    void seek(std::int64_t) override { FAIL(); }
-
-    QByteArray bytes;
-};
 
 /// The same numbers in every run.
 class Random
@@ -83,7 +72,7 @@ protected:
                                         .year = 1999,
                                         .genre = 9,
                                         .track = 3};
-        MemorySink out;
+        testkit::MemorySink out;
         try {
             (mp3 ? engines::readMp3Tags : engines::readOggTags)(file);
             const engines::TagEdit edit = (mp3 ? engines::editMp3Tags : engines::editOggTags)(file, fields);
@@ -93,14 +82,15 @@ protected:
         } catch (const RunTimeFailure &) {
             return 0; // and the file is as it was
         }
-        QBuffer written(&out.bytes);
+        QByteArray content = out.content();
+        QBuffer written(&content);
         written.open(QIODevice::ReadOnly);
         EXPECT_EQ(engines::audioKind(written), kind);
         EXPECT_EQ((mp3 ? engines::readMp3Tags : engines::readOggTags)(written), fields);
         if (mp3) {
             const qsizetype audio = engines::Id3v2Tag(file).size();
             EXPECT_EQ(
-                out.bytes.mid(engines::Id3v2Tag(written).size()).chopped(128),
+                content.mid(engines::Id3v2Tag(written).size()).chopped(128),
                 bytes.mid(audio, bytes.size() - audio - (bytes.right(128).startsWith("TAG") ? 128 : 0)));
         }
         return 1;

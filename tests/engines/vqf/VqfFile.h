@@ -1,40 +1,20 @@
 #pragma once
 
 #include "ModelDecoder.h"
-#include "engines/common/OutputFile.h"
 #include "engines/vqf/VqfEncoder.h"
+#include "testkit/Encoding.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 
-/// A sink in memory.
-class Buffer : public engines::ByteSink
-{
-public:
-    void write(const std::uint8_t *from, std::size_t count) override
-    {
-        bytes.resize(std::max(bytes.size(), m_place + count));
-        std::copy_n(from, count, bytes.begin() + static_cast<std::ptrdiff_t>(m_place));
-        m_place += count;
-    }
-    void seek(std::int64_t position) override { m_place = static_cast<std::size_t>(position); }
-
-    std::vector<std::uint8_t> bytes;
-
-private:
-    std::size_t m_place = 0;
-};
-
 /// Left and right in turn.
 using Pcm = std::vector<qint16>;
 
-inline std::vector<std::uint8_t> encodeVqf(const Pcm &samples, int threads = 1, codecs::PcmFormat format = {})
+inline std::vector<std::uint8_t> encodeVqf(const Pcm &samples, int threads = 1, codecs::PcmFormat format = {},
+                                           qsizetype pieceFrames = 10000)
 {
-    Buffer buffer;
-    const auto encoder = vqf::vqfRecipe(threads)->create(format, buffer);
-    encoder->encode(samples.data(), static_cast<qsizetype>(samples.size()) / format.channels);
-    encoder->finish();
-    return buffer.bytes;
+    const QByteArray file = testkit::encode(*vqf::vqfRecipe(threads), format, samples, pieceFrames);
+    return {file.begin(), file.end()};
 }
 
 constexpr std::size_t VqfHeaderBytes = 56;

@@ -1,4 +1,4 @@
-#include "vqf_material.h"
+#include "quality/Material.h"
 
 #include "demodisc/DemoDisc.h"
 
@@ -7,6 +7,8 @@
 #include <cmath>
 #include <functional>
 #include <numbers>
+
+namespace quality {
 
 namespace {
 
@@ -104,7 +106,7 @@ Stereo plucks(double seconds)
         for (double &value : line)
             value = random.uniform();
         std::size_t place = 0;
-        const double pan = 0.2 + 0.15 * (n % 5);
+        const double pan = (n % 5) / 4.0;
         out.add(n * 0.17, 1.2, pan, [&](double) {
             const std::size_t next = (place + 1) % line.size();
             const double value = line[place];
@@ -209,7 +211,7 @@ Stereo clicks(double seconds)
     Stereo out(seconds);
     Noise random(5);
     for (int n = 0; n * 0.31 < seconds; ++n)
-        out.add(n * 0.31, 0.02, 0.2 + 0.3 * (n % 3), [&](double t) {
+        out.add(n * 0.31, 0.02, (n % 3) / 2.0, [&](double t) {
             return std::exp(-700 * t) * (n % 2 ? random.uniform() : std::sin(Tau * 2500 * t));
         });
     return out;
@@ -255,9 +257,9 @@ void addReverb(Stereo &sound)
 
 } // namespace
 
-std::vector<Material> vqfMaterial()
+std::vector<Material> material()
 {
-    constexpr double Seconds = 10;
+    constexpr double Seconds = 14;
     std::vector<Material> all;
     all.push_back({"pads", true, pads(Seconds).scaled(20000)});
     all.push_back({"plucks", true, plucks(Seconds).scaled(24000)});
@@ -283,6 +285,8 @@ std::vector<Material> vqfMaterial()
     all.push_back({"talk over bells", false, talk.scaled(24000)});
     for (int number = 1; number <= 6; ++number)
         all.push_back({"disc piece " + std::to_string(number), false,
-                       demodisc::render({number, 10 * demodisc::SectorsPerSecond, {}})});
+                       demodisc::render({number, 14 * demodisc::SectorsPerSecond, {}})});
     return all;
 }
+
+} // namespace quality
