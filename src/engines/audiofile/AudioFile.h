@@ -10,7 +10,8 @@ namespace audiofile {
 
 /// Files that are read are decoded ahead in a thread. Files that are written take their name when `CloseFile`
 /// finishes them; one that met a failure, or that another `OpenWrite` or the end of the object overtakes, is
-/// dropped. All calls come from one thread.
+/// dropped. All calls come from one thread, whose events without user input go on while `CloseFile` waits for
+/// the encoders and the disk.
 class AudioFile final : public NCTAudioFile
 {
 public:

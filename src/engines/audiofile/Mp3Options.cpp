@@ -2,7 +2,6 @@
 
 #include "engines/codecs/Recipe.h"
 
-#include <algorithm>
 #include <array>
 
 namespace audiofile {
@@ -99,9 +98,8 @@ void Mp3Options::tell() const
 {
     Mp3Settings settings = m_settings;
     settings.channelMode = m_mono ? Mp3Settings::Mono : m_twoChannels;
-    // More effort than 4 takes up to five times as long and sounds no better; with a variable bit rate the
-    // encoder knows no other than 4 and a lesser one, which saves little.
-    settings.quality = settings.variable ? 4 : std::max(m_constantQuality, 4);
+    // With a variable bit rate the encoder knows but two efforts, and the better one costs little.
+    settings.quality = settings.variable ? 4 : m_constantQuality;
     // There's no option for the lowest bit rate: it is the lowest that the format has.
     settings.minBitRate = codecs::mp3BitRates(settings.rate).front();
     settings.maxBitRate = codecs::nearestMp3BitRate(settings.rate, m_maxBitRate);

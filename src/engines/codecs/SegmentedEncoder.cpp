@@ -1,8 +1,16 @@
 #include "engines/codecs/SegmentedEncoder.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace codecs {
+
+namespace {
+
+/// How long a caller waits at most while it hands over a piece's length of sound, bit by bit.
+constexpr std::chrono::microseconds PausePerPiece{1'200'000};
+
+} // namespace
 
 SegmentedEncoder::SegmentedEncoder(std::shared_ptr<const PieceCodec> codec, int channels,
                                    engines::ByteSink &output, int threads)
@@ -33,6 +41,7 @@ qint64 SegmentedEncoder::pendingFrames() const
 void SegmentedEncoder::encode(const qint16 *samples, qsizetype frames)
 {
     // A piece is cut off only when enough stands behind it that the last one can't become too short.
+    const qsizetype given = frames;
     const qint64 enough = m_plan.length + m_plan.lookAhead + m_plan.shortestTail();
     while (frames > 0) {
         const qsizetype taken = std::min<qsizetype>(frames, enough - pendingFrames());
@@ -43,6 +52,7 @@ void SegmentedEncoder::encode(const qint16 *samples, qsizetype frames)
             cut(m_plan.length, false);
     }
     emitFinished(m_threadLimit + 1);
+    ease(given);
 }
 
 void SegmentedEncoder::finish()
@@ -107,6 +117,15 @@ void SegmentedEncoder::emitFinished(std::size_t mostOpen)
             std::rethrow_exception(job->failure);
         m_joiner->add(*job->encoded);
     }
+}
+
+/// A caller that is faster than the encoders waits a little at each call, in proportion to its frames, rather
+/// than long at that which completes a piece: it may be a window.
+void SegmentedEncoder::ease(qint64 frames)
+{
+    std::unique_lock lock(m_mutex);
+    if (m_open.size() > m_threadLimit)
+        m_jobDone.wait_for(lock, PausePerPiece * frames / m_plan.length, [this] { return m_open.front()->done; });
 }
 
 void SegmentedEncoder::work()

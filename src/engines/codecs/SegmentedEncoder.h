@@ -39,6 +39,7 @@ private:
     void cut(qint64 frames, bool last);
     void hand(Piece piece);
     void emitFinished(std::size_t mostOpen);
+    void ease(qint64 frames);
     void work();
 
     const std::shared_ptr<const PieceCodec> m_codec;
