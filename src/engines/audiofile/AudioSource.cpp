@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace audiofile {
 
@@ -21,6 +22,14 @@ constexpr int MostHeldFrames = 8192;
 {
     throw RunTimeFailure(RunTimeFailure::InvalidCall,
                          QStringLiteral("This is no MP3, WAV, WMA or OGG file with sound"));
+}
+
+/// The first of a Vorbis stream's three header packets; in joined files such streams follow each other.
+bool beginsVorbisStream(const AVPacket &packet)
+{
+    constexpr std::string_view Head("\1vorbis");
+    return std::string_view(reinterpret_cast<const char *>(packet.data), std::size_t(packet.size))
+        .starts_with(Head);
 }
 
 } // namespace
@@ -138,6 +147,9 @@ bool AudioSource::decodeMore()
         return false;
     }
     if (m_packet->stream_index == m_stream) {
+        // Else the decoder would overlap the last block of one stream with the first of the next.
+        if (m_decoder->codec_id == AV_CODEC_ID_VORBIS && beginsVorbisStream(*m_packet))
+            avcodec_flush_buffers(m_decoder.get());
         m_faulty |= avcodec_send_packet(m_decoder.get(), m_packet.get()) < 0;
         takeFrames();
     }
