@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/dsp/BitWriter.h"
 #include "engines/vqf/Format.h"
 
 #include <cstdint>
@@ -48,24 +49,12 @@ struct Frame
     BlockType type() const { return WindowShapes[window].type; }
 };
 
-/// A string of bits, the most significant bit of a byte first.
-class BitWriter
+/// Also takes whole frames.
+class BitWriter : public dsp::BitWriter
 {
 public:
-    void put(unsigned value, int bits);
+    using dsp::BitWriter::put;
     void put(const Frame &frame);
-
-    std::int64_t bits() const { return m_bits; }
-    /// Takes the whole bytes written so far; an incomplete one stays.
-    std::vector<std::uint8_t> takeBytes();
-    /// The same with the last byte filled up by zeros.
-    std::vector<std::uint8_t> takeAll();
-
-private:
-    std::vector<std::uint8_t> m_bytes;
-    std::uint64_t m_pending = 0;
-    int m_pendingBits = 0;
-    std::int64_t m_bits = 0;
 };
 
 /// A frame as a decoder takes it: the number of bits to skip (none) in a byte of its own, then the frame.
