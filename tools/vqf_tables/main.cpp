@@ -4,6 +4,7 @@
 //
 // Where the system has no such decoder the file says that there are no tables. A decoder with other tables
 // than the known ones is an error.
+#include "Crc32.h"
 #include "Measurement.h"
 
 #include <cstdio>
@@ -15,27 +16,6 @@
 namespace {
 
 using vqf::Tables;
-
-class Crc32
-{
-public:
-    void add(std::int16_t value)
-    {
-        add(static_cast<std::uint8_t>(value & 0xff));
-        add(static_cast<std::uint8_t>(value >> 8 & 0xff));
-    }
-    std::uint32_t value() const { return ~m_value; }
-
-private:
-    void add(std::uint8_t byte)
-    {
-        m_value ^= byte;
-        for (int bit = 0; bit < 8; ++bit)
-            m_value = m_value >> 1 ^ (m_value & 1 ? 0xedb88320U : 0);
-    }
-
-    std::uint32_t m_value = 0xffffffffU;
-};
 
 /// Of the first `columns` values of each row.
 template <typename Rows>
