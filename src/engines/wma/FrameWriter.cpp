@@ -1,0 +1,160 @@
+#include "engines/wma/FrameWriter.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace wma {
+
+namespace {
+
+void put(dsp::BitWriter &bits, const Code &code)
+{
+    bits.put(code.bits, code.length);
+}
+
+/// Of an escaped level.
+int levelBits(int gain)
+{
+    return gain < 15 ? 13 : gain < 32 ? 12 : gain < 40 ? 11 : gain < 45 ? 10 : 9;
+}
+
+} // namespace
+
+int largestLevel(int gain)
+{
+    return (1 << levelBits(gain)) - 1;
+}
+
+FrameWriter::FrameWriter(const StreamFormat &format, const Tables &tables)
+    : m_format(format), m_tables(tables), m_layouts(blockLayouts(format, tables))
+{
+    for (std::size_t n = 0; n < m_codes.size(); ++n) {
+        m_codes[n].code = &tables.coefficients[format.tablePair()][n];
+        std::size_t first = 0;
+        for (const std::uint16_t runs : m_codes[n].code->runs) {
+            m_codes[n].first.push_back(first);
+            first += runs;
+        }
+    }
+}
+
+void FrameWriter::write(const Frame &frame, const FrameSurroundings &surroundings, dsp::BitWriter &bits) const
+{
+    const auto putSize = [&](int halvings) {
+        bits.put(static_cast<unsigned>(halvings), m_format.sizeBits());
+    };
+    if (surroundings.firstInPacket) {
+        putSize(surroundings.halvingsBefore);
+        putSize(frame.front().halvings);
+    }
+    for (std::size_t n = 0; n < frame.size(); ++n) {
+        putSize(n + 1 < frame.size() ? frame[n + 1].halvings : surroundings.halvingsBehind);
+        writeBlock(frame[n], bits);
+    }
+}
+
+void FrameWriter::writeBlock(const BlockFields &block, dsp::BitWriter &bits) const
+{
+    const BlockLayout &layout = m_layouts[block.halvings];
+    if (m_format.channels() == 2)
+        bits.put(block.midSide, 1);
+    for (int c = 0; c < m_format.channels(); ++c)
+        bits.put(block.channels[c].coded, 1);
+    if (!block.isCoded())
+        return;
+    constexpr int GainBits = 7, FullGain = 127;
+    int gain = block.gain - 1;
+    for (; gain >= FullGain; gain -= FullGain)
+        bits.put(FullGain, GainBits);
+    bits.put(static_cast<unsigned>(gain), GainBits);
+    const auto forCoded = [&](const auto &writePart) {
+        for (const ChannelFields &channel : block.channels)
+            if (channel.coded)
+                writePart(channel);
+    };
+    if (m_format.hasNoise()) {
+        forCoded([&](const ChannelFields &channel) {
+            for (int band = 0; band < layout.noiseBands(); ++band)
+                bits.put(channel.isNoise[band], 1);
+        });
+        forCoded([&](const ChannelFields &channel) { writeNoise(layout, channel, bits); });
+    }
+    if (block.halvings > 0)
+        bits.put(block.newExponents, 1);
+    if (block.newExponents)
+        forCoded([&](const ChannelFields &channel) { writeExponents(layout, channel, bits); });
+    for (int c = 0; c < m_format.channels(); ++c)
+        if (block.channels[c].coded)
+            writeLevels(block, c, bits);
+}
+
+void FrameWriter::writeNoise(const BlockLayout &layout, const ChannelFields &channel,
+                             dsp::BitWriter &bits) const
+{
+    bool first = true;
+    int last = 0;
+    for (int band = 0; band < layout.noiseBands(); ++band) {
+        if (!channel.isNoise[band])
+            continue;
+        const int level = channel.noiseLevels[band];
+        if (first)
+            bits.put(static_cast<unsigned>(level - LowestNoiseLevel), 7);
+        else
+            put(bits, m_tables.noiseLevels[static_cast<std::size_t>(level - last + LargestNoiseStep)]);
+        first = false;
+        last = level;
+    }
+}
+
+void FrameWriter::writeExponents(const BlockLayout &layout, const ChannelFields &channel,
+                                 dsp::BitWriter &bits) const
+{
+    int last = StartExponent;
+    for (int band = 0; band < layout.bands; ++band) {
+        const int exponent = channel.exponents[band];
+        put(bits, m_tables.exponents[static_cast<std::size_t>(exponent - last + LargestExponentStep)]);
+        last = exponent;
+    }
+}
+
+void FrameWriter::writeLevels(const BlockFields &block, int channelNumber, dsp::BitWriter &bits) const
+{
+    const BlockLayout &layout = m_layouts[block.halvings];
+    const ChannelFields &channel = block.channels[channelNumber];
+    const IndexedCode &indexed = m_codes[block.midSide && channelNumber == 1];
+    const CoefficientCode &code = *indexed.code;
+    int run = 0;
+    const auto writeRange = [&](int begin, int end) {
+        for (int k = begin; k < end; ++k) {
+            const int value = channel.levels[k];
+            if (value == 0) {
+                ++run;
+                continue;
+            }
+            const auto level = static_cast<std::size_t>(std::abs(value));
+            if (level <= code.runs.size() && run < code.runs[level - 1]) {
+                put(bits, code.symbols[indexed.first[level - 1] + static_cast<std::size_t>(run)]);
+            } else {
+                put(bits, code.escape);
+                bits.put(static_cast<unsigned>(level), levelBits(block.gain));
+                bits.put(static_cast<unsigned>(run), m_format.runBits());
+            }
+            bits.put(value < 0, 1); // the decoder's transform has the other sign
+            run = 0;
+        }
+    };
+    // Bands of noise are left out: runs go on behind them.
+    int begin = 0;
+    for (int band = 0; band < layout.noiseBands(); ++band) {
+        if (!channel.isNoise[band])
+            continue;
+        const int visible = layout.firstNoiseBand + band;
+        writeRange(begin, std::max(layout.edges[visible], layout.noiseBegin));
+        begin = layout.edges[visible + 1];
+    }
+    writeRange(begin, layout.codedEnd);
+    if (run > 0)
+        put(bits, code.end);
+}
+
+} // namespace wma

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "engines/dsp/BitWriter.h"
+#include "engines/wma/StreamFormat.h"
+
+#include <vector>
+
+namespace wma {
+
+struct Packet
+{
+    std::vector<std::uint8_t> bytes; ///< the stream's packetBytes
+    int frames = 0;                  ///< that decoders put out upon it
+};
+
+/// Lays frames into packets of one size, end to end: a frame may begin in one and end in the next. Each
+/// packet has a whole frame of its own.
+class PacketWriter
+{
+public:
+    explicit PacketWriter(const StreamFormat &format);
+
+    /// Whether the next frame will be the first one that starts in its packet.
+    bool startsPacket() const { return m_complete == 0; }
+    /// The most bits that the next frame may have. The stream's last frame may not run over.
+    int room(bool last) const;
+    /// Bits of a packet for frames.
+    int capacity() const { return m_capacity; }
+
+    /// Not more bits than there is room for.
+    void add(dsp::BitWriter frame);
+    /// Whether the rest of the packet may be left empty, for another frame is whole in it.
+    bool canPad() const { return m_complete >= 2; }
+    void pad();
+    /// Behind the last frame.
+    void finish();
+
+    /// Takes the packets that are complete.
+    std::vector<Packet> take();
+
+private:
+    void close(int wholeFrames, bool keepsRest, int carried);
+
+    const int m_packetBytes;
+    const int m_carryBits;
+    const int m_capacity;
+    dsp::BitWriter m_content; ///< of the packet that isn't full yet
+    int m_carried = 0;        ///< bits of it that belong to a frame begun in the one before
+    int m_complete = 0;       ///< frames that are whole in it
+    bool m_hasRest = false;   ///< the packet before ends with a frame that is put out upon this one
+    unsigned m_counter = 0;
+    std::vector<Packet> m_packets;
+};
+
+} // namespace wma
