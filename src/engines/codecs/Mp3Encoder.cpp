@@ -2,7 +2,6 @@
 
 #include "base/RunTimeFailure.h"
 #include "engines/codecs/Mp3Tag.h"
-#include "engines/codecs/Pieces.h"
 #include "engines/codecs/Recipe.h"
 
 #include <algorithm>
@@ -192,18 +191,17 @@ private:
 class Mp3Pieces final : public PieceCodec
 {
 public:
-    explicit Mp3Pieces(const Mp3Settings &settings) : m_settings(settings) {}
+    Mp3Pieces(const Mp3Settings &settings, int seconds) : m_settings(settings), m_seconds(seconds) {}
 
     PiecePlan plan() const override
     {
         const qint64 frame = m_settings.rate >= 32000 ? 1152 : 576;
         return {.warmUp = 10 * frame,
                 .lookAhead = (frame == 1152 ? 4 : 6) * frame,
-                .length = PieceSeconds * m_settings.rate / frame * frame};
+                .length = m_seconds * m_settings.rate / frame * frame};
     }
 
-    std::unique_ptr<EncodedPiece> encode(const Piece &piece,
-                                         const std::atomic<bool> &cancelled) const override
+    std::unique_ptr<EncodedPiece> encode(Piece piece, const std::atomic<bool> &cancelled) const override
     {
         auto encoded = std::make_unique<Mp3Piece>();
         if (!PieceEncoding(m_settings, piece, *encoded).run(cancelled))
@@ -218,6 +216,7 @@ public:
 
 private:
     const Mp3Settings m_settings;
+    const qint64 m_seconds;
 };
 
 } // namespace
@@ -266,7 +265,12 @@ std::shared_ptr<const EncoderRecipe> mp3Recipe(const Mp3Settings &settings)
                    .arg(settings.maxBitRate));
     openLame(settings, settings.rate);
     return makeRecipe({settings.rate, settings.channelMode == Mp3Settings::Mono ? 1 : 2},
-                      std::make_shared<Mp3Pieces>(settings));
+                      mp3Pieces(settings));
+}
+
+std::shared_ptr<const PieceCodec> mp3Pieces(const Mp3Settings &settings, int pieceSeconds)
+{
+    return std::make_shared<Mp3Pieces>(settings, pieceSeconds);
 }
 
 } // namespace codecs

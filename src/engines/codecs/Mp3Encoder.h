@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/codecs/Encoder.h"
+#include "engines/codecs/Pieces.h"
 
 #include <span>
 
@@ -33,5 +33,8 @@ int suitableMp3Rate(Mp3Settings settings);
 
 /// What `mp3BitRates` has no rates for is refused, and a minimum above the maximum.
 std::shared_ptr<const EncoderRecipe> mp3Recipe(const Mp3Settings &settings);
+
+/// What the recipe's streams are cut by; settings that it takes.
+std::shared_ptr<const PieceCodec> mp3Pieces(const Mp3Settings &settings, int pieceSeconds = PieceSeconds);
 
 } // namespace codecs

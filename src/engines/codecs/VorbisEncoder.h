@@ -15,6 +15,13 @@ struct VorbisSettings
     int minBitRate = 0;
     int maxBitRate = 0;
     std::optional<int> quality; ///< 0 to 1000
+
+    bool isByQuality() const
+    {
+        return quality || (nominalBitRate <= 0 && minBitRate <= 0 && maxBitRate <= 0);
+    }
+    /// Limits hold over stretches of the stream, which the library keeps account of.
+    bool isManaged() const { return !isByQuality() && (minBitRate > 0 || maxBitRate > 0); }
 };
 
 /// Whether the encoder can do it.

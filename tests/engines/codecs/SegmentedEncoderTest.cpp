@@ -2,6 +2,7 @@
 
 #include "base/RunTimeFailure.h"
 #include "engines/codecs/Mp3Encoder.h"
+#include "engines/codecs/Recipe.h"
 #include "testkit/Encoding.h"
 #include "testkit/Signals.h"
 #include "testkit/TestDecoder.h"
@@ -13,18 +14,6 @@
 namespace {
 
 using namespace codecs;
-
-QByteArray encodeOn(const EncoderRecipe &recipe, int threads, const PcmFormat &format,
-                    const std::vector<qint16> &samples, qsizetype step)
-{
-    testkit::MemorySink sink;
-    const auto encoder = recipe.create(format, sink, threads);
-    const qsizetype frames = qsizetype(samples.size()) / format.channels;
-    for (qsizetype at = 0; at < frames; at += step)
-        encoder->encode(samples.data() + at * format.channels, std::min(step, frames - at));
-    encoder->finish();
-    return sink.content();
-}
 
 struct Mp3Row
 {
@@ -45,66 +34,80 @@ std::vector<Mp3Row> mp3Rows()
     return {{"constant", constant}, {"variable", variable}, {"low", low}};
 }
 
+std::shared_ptr<const EncoderRecipe> mp3InPieces(const Mp3Settings &settings, int seconds = 2)
+{
+    return makeRecipe({settings.rate, settings.channelMode == Mp3Settings::Mono ? 1 : 2},
+                      mp3Pieces(settings, seconds));
+}
+
 TEST(SegmentedMp3, theBytesAreTheSameForAnyNumberOfThreadsAndAnyAmounts)
 {
     for (const Mp3Row &row : mp3Rows()) {
         const int channels = row.settings.channelMode == Mp3Settings::Mono ? 1 : 2;
         const PcmFormat format{row.settings.rate, channels};
-        const auto sound = testkit::music(format.rate, channels, 33LL * format.rate);
-        const auto recipe = mp3Recipe(row.settings);
-        const QByteArray one = encodeOn(*recipe, 1, format, sound, 44100);
-        EXPECT_EQ(encodeOn(*recipe, 2, format, sound, 1000), one) << row.name;
-        EXPECT_EQ(encodeOn(*recipe, 3, format, sound, qsizetype(sound.size())), one) << row.name;
-        EXPECT_EQ(encodeOn(*recipe, 16, format, sound, 77777), one) << row.name;
+        const auto sound = testkit::music(format.rate, channels, 11LL * format.rate);
+        const auto recipe = mp3InPieces(row.settings);
+        const QByteArray one = testkit::encode(*recipe, format, sound, 44100, 1);
+        EXPECT_TRUE(testkit::encode(*recipe, format, sound, 1000, 2) == one) << row.name;
+        EXPECT_TRUE(testkit::encode(*recipe, format, sound, 1'000'000, 3) == one) << row.name;
+        EXPECT_TRUE(testkit::encode(*recipe, format, sound, 1, 16) == one) << row.name;
     }
 }
 
 TEST(SegmentedMp3, decodersGetEachSampleBackWhereverThePiecesEnd)
 {
-    const PcmFormat format;
-    const auto recipe = mp3Recipe({});
-    const qint64 piece = 10LL * 44100 / 1152 * 1152;
-    const qint64 cut = piece + 4 * 1152 + piece / 4; // so much has to be there before a piece is cut off
-    const auto sound = testkit::music(format.rate, 2, 2 * piece + cut + 1);
-    for (const qint64 frames : {qint64(0), qint64(1), piece - 1, piece, piece + 1, cut - 1, cut, cut + 1,
-                                piece + cut, 2 * piece + cut + 1}) {
-        const std::vector<qint16> part(sound.begin(), sound.begin() + frames * 2);
-        const auto decoded = testkit::decode(encodeOn(*recipe, 2, format, part, 5000));
-        EXPECT_EQ(decoded.frames(), frames);
-        EXPECT_TRUE(decoded.clean) << frames;
-        if (frames > 1152) {
-            EXPECT_GT(testkit::signalToNoise(part, decoded.samples), 10) << frames;
+    for (const int rate : {44100, 22050}) {
+        Mp3Settings settings;
+        settings.rate = rate;
+        const PcmFormat format{rate, 2};
+        const PiecePlan plan = mp3Pieces(settings, 2)->plan();
+        const qint64 piece = plan.length;
+        const qint64 cut = piece + plan.lookAhead + plan.shortestTail(); // then a piece is cut off
+        const auto sound = testkit::music(rate, 2, 10 * piece + 777);
+        for (const qint64 frames : {qint64(0), qint64(1), piece - 1, piece, piece + 1, cut - 1, cut, cut + 1,
+                                    piece + cut, 10 * piece + 777}) {
+            if (rate < 32000 && frames < 100)
+                continue; // the test's decoder can't take off more than one of the short frames at the end
+            const std::vector<qint16> part(sound.begin(), sound.begin() + frames * 2);
+            const auto decoded = testkit::decode(testkit::encode(*mp3InPieces(settings), format, part));
+            EXPECT_EQ(decoded.frames(), frames);
+            EXPECT_TRUE(decoded.clean) << frames;
+            if (frames > 1152) {
+                EXPECT_GT(testkit::signalToNoise(part, decoded.samples), 10) << frames;
+            }
         }
     }
 }
 
-TEST(SegmentedMp3, theJointsSoundLikeTheMiddleOfAPiece)
+TEST(SegmentedMp3, theJointsSoundAsInOnePiece)
 {
-    const PcmFormat format;
-    const qint64 piece = 10LL * 44100 / 1152 * 1152;
-    for (const auto &sound :
-         {testkit::music(format.rate, 2, 3 * piece), testkit::chord(format.rate, 2, 3 * piece)}) {
-        const auto decoded = testkit::decode(encodeOn(*mp3Recipe({}), 2, format, sound, 44100)).samples;
-        ASSERT_EQ(decoded.size(), sound.size());
-        const auto around = [&](qint64 middle) {
-            const qint64 reach = 3 * 1152;
-            const auto part = [&](const std::vector<qint16> &all) {
-                return std::vector<qint16>(all.begin() + (middle - reach) * 2,
-                                           all.begin() + (middle + reach) * 2);
+    constexpr qint64 Frames = 13LL * 44100;
+    Mp3Settings variable;
+    variable.variable = true;
+    const qint64 piece = mp3Pieces({}, 2)->plan().length;
+    for (const auto &sound : {testkit::music(44100, 2, Frames), testkit::chord(44100, 2, Frames)}) {
+        for (const Mp3Settings &settings : {Mp3Settings(), variable}) {
+            const auto decoded = [&](int seconds) {
+                return testkit::decode(testkit::encode(*mp3InPieces(settings, seconds), {}, sound)).samples;
             };
-            return testkit::signalToNoise(part(sound), part(decoded));
-        };
-        double least = 1000;
-        for (qint64 middle = piece + piece / 4; middle < piece + 3 * piece / 4; middle += piece / 16)
-            least = std::min(least, around(middle));
-        EXPECT_GT(around(piece), least - 2);
+            const auto pieces = decoded(2), one = decoded(1000);
+            for (qint64 joint = piece; joint < 5 * piece; joint += piece) {
+                const auto around = [joint](const std::vector<qint16> &all) {
+                    constexpr qint64 Reach = 3 * 1152;
+                    return std::vector<qint16>(all.begin() + (joint - Reach) * 2,
+                                               all.begin() + (joint + Reach) * 2);
+                };
+                EXPECT_GT(testkit::signalToNoise(around(sound), around(pieces)),
+                          testkit::signalToNoise(around(sound), around(one)) - 2);
+            }
+        }
     }
 }
 
 TEST(SegmentedMp3, theTagTellsTheWholeStream)
 {
     const auto sound = testkit::music(44100, 2, 35 * 44100);
-    const QByteArray file = encodeOn(*mp3Recipe({}), 2, {}, sound, 44100);
+    const QByteArray file = testkit::encode(*mp3InPieces({}), {}, sound);
     const qsizetype tag = file.indexOf("Info");
     ASSERT_GT(tag, 0);
     const auto number = [&](qsizetype at) { return qFromBigEndian<quint32>(file.constData() + tag + at); };
@@ -138,8 +141,7 @@ public:
     };
 
     PiecePlan plan() const override { return {.warmUp = 2, .lookAhead = 1, .length = 8}; }
-    std::unique_ptr<EncodedPiece> encode(const Piece &piece,
-                                         const std::atomic<bool> &cancelled) const override
+    std::unique_ptr<EncodedPiece> encode(Piece piece, const std::atomic<bool> &cancelled) const override
     {
         const int now = ++m_atWork;
         int most = m_most;
