@@ -125,7 +125,8 @@ void SegmentedEncoder::ease(qint64 frames)
 {
     std::unique_lock lock(m_mutex);
     if (m_open.size() > m_threadLimit)
-        m_jobDone.wait_for(lock, PausePerPiece * frames / m_plan.length, [this] { return m_open.front()->done; });
+        m_jobDone.wait_for(lock, PausePerPiece * frames / m_plan.length,
+                           [this] { return m_open.front()->done; });
 }
 
 void SegmentedEncoder::work()
