@@ -8,6 +8,7 @@
 #include "platform/Form.h"
 #include "ui_frmMain1.h"
 
+#include <QSet>
 #include <QTimer>
 #include <array>
 
@@ -113,6 +114,7 @@ private:
     qint16 m_nOutputFormat = 0; ///< a format code; set on leaving the third step
     std::array<QString, 4> m_sFormatNames;
     bool m_bConverting = false;
+    QSet<QString> m_paths;  ///< the rows of the list
     bool m_jobRuns = false; ///< until the click that started the job returns, though it may be stopped
     ConvertStatus m_Status;
 };

@@ -13,6 +13,15 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
+namespace {
+
+bool isSameFile(const QString &one, const QString &other)
+{
+    return QFileInfo::exists(other) && QFileInfo(one) == QFileInfo(other);
+}
+
+} // namespace
+
 void frmMain1::enterConverting()
 {
     cmdNext->setText(ConvertCaption);
@@ -154,7 +163,9 @@ void frmMain1::ConvertOneFile(const QString &source, const QString &destination)
             const qint32 channels = FileR->ChannelCount();
             FileW->SetInputFormat(FileR->SampleRate(), channels);
             pumpSamples();
-            FileW->CloseFile();
+            // What a stop leaves doesn't take the place of the source itself; the writer drops it.
+            if (m_bConverting || !isSameFile(source, destination))
+                FileW->CloseFile();
         }
     }
     FileR->CloseFile();

@@ -29,26 +29,26 @@ void frmMain1::addSources(const QStringList &paths)
         if (IsFileInList(path))
             desktop().dialogs.messageBox(
                 this, {.text = QStringLiteral("The following file is in the list already,\n") + path});
-        else if (lstFile->count() < MaxRows)
+        else if (lstFile->count() < MaxRows) {
             lstFile->addItem(path);
+            m_paths.insert(path);
+        }
     }
     cmdNext->setEnabled(lstFile->count() > 0);
 }
 
 bool frmMain1::IsFileInList(const QString &path) const
 {
-    for (int row = 0; row < lstFile->count(); ++row) {
-        if (lstFile->item(row)->text() == path)
-            return true;
-    }
-    return false;
+    return m_paths.contains(path);
 }
 
 void frmMain1::cmdRemove_Click()
 {
     for (int row = lstFile->count() - 1; row >= 0; --row) {
-        if (lstFile->item(row)->isSelected())
+        if (lstFile->item(row)->isSelected()) {
+            m_paths.remove(lstFile->item(row)->text());
             delete lstFile->takeItem(row);
+        }
     }
     cmdNext->setEnabled(lstFile->count() > 0);
 }
@@ -56,5 +56,6 @@ void frmMain1::cmdRemove_Click()
 void frmMain1::cmdClearAll_Click()
 {
     lstFile->clear();
+    m_paths.clear();
     cmdNext->setEnabled(false);
 }

@@ -13,11 +13,10 @@ namespace {
 void loadVbr(const SettingsStore &store, bool clamped, MP3EncoderX &mp3)
 {
     const SkipFailures skip;
-    qint16 quality = 0;
-    skip([&] { quality = toInt16(store.read(Ini::MP3_VBR_Quality)); });
-    if (clamped && quality >= 2)
-        quality = 1;
-    skip([&] { mp3.setVBRQuality(quality); });
+    skip([&] {
+        const qint16 quality = toInt16(store.read(Ini::MP3_VBR_Quality));
+        mp3.setVBRQuality(clamped && quality >= 2 ? qint16{1} : quality);
+    });
     skip([&] { mp3.setVBRMaxBitRate(toInt32(store.read(Ini::MP3_VBR_MaxBitRate))); });
     skip([&] { mp3.setVBRMinBitRate(toInt32(store.read(Ini::MP3_VBR_MinBitRate))); });
     skip([&] { mp3.setVBRMode(3); });

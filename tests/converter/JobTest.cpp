@@ -248,6 +248,25 @@ TEST_F(JobTest, aStopEndsTheJobAtTheEndOfItsPassAndLeavesWhatIsWritten)
     EXPECT_EQ(written(u"a.wav"_s) + u' ' + written(u"b.wav"_s), u"16000 32000"_s);
 }
 
+TEST_F(JobTest, aStopSparesASourceThatIsItsOwnDestination)
+{
+    open();
+    const QString path = output(u"a.wav"_s);
+    QDir().mkpath(QFileInfo(path).path());
+    QFile source(path);
+    ASSERT_TRUE(source.open(QIODevice::WriteOnly) && source.write("sound") == 5);
+    source.close();
+    reader->sources[path] = {.rate = 8000, .channels = 2, .frames = 16000, .seconds = 2};
+    goToLastStep({path});
+    choose(u"rdOverwrite"_s);
+    system.dialogs.expectBox(u"Converting Stopped!"_s);
+    atPass(3, [&] { press(u"cmdNext"_s); });
+    press(u"cmdNext"_s);
+    EXPECT_EQ(written(u"a.wav"_s), u"sound"_s);
+    convert();
+    EXPECT_EQ(written(u"a.wav"_s), u"32000"_s);
+}
+
 TEST_F(JobTest, aStopBeforeTheFirstFileConvertsNothing)
 {
     openJob();

@@ -72,6 +72,9 @@ TEST_F(EncoderSettingsTest, textsThatAreNoNumbersLeaveTheEncoderAsItIs)
                     "wma.WMASampleRateIndex = 5\nwma.WMAEnableDRM = True\n"
                     "vorbis.NominalBitRate = 128\nvorbis.MaxBitRate = 256\nvorbis.MinBitRate = 0"));
     EXPECT_EQ(encoders.mp3.held[QStringLiteral("CBRBitRate")], 192);
+    loaded("[MP3 Settings]\nMP3_EncodingMethod=1\nMP3_VBR_Quality=5\n");
+    loaded("[MP3 Settings]\nMP3_EncodingMethod=1\nMP3_VBR_Quality=good\n");
+    EXPECT_EQ(encoders.mp3.held[QStringLiteral("VBRQuality")], 5);
 }
 
 TEST_F(EncoderSettingsTest, theVbrQualityIsClampedOnTwoSystems)

@@ -15,6 +15,7 @@ namespace {
 constexpr int HighestRate = 768000;
 constexpr int MostChannels = 64;
 constexpr qsizetype FramesPerRead = 4096;
+constexpr int MostFaultsInARow = 10'000; // of 64 kB each in OGG files
 /// Longer than any format's block.
 constexpr int MostHeldFrames = 8192;
 
@@ -136,9 +137,14 @@ bool AudioSource::decodeMore()
 {
     if (m_ended)
         return false;
-    if (av_read_frame(m_container.get(), m_packet.get()) < 0) {
+    if (const int result = av_read_frame(m_container.get(), m_packet.get()); result < 0) {
         if (m_file.failed())
             throw RunTimeFailure(RunTimeFailure::DeviceIoError);
+        // The library gives up at a long fault in the middle, and goes on when it is asked again.
+        if (result != AVERROR_EOF && !avio_feof(m_file.context()) && ++m_faultsInARow < MostFaultsInARow) {
+            m_faulty = true;
+            return true;
+        }
         avcodec_send_packet(m_decoder.get(), nullptr);
         takeFrames();
         m_converter->finish(m_decoded);
@@ -146,6 +152,7 @@ bool AudioSource::decodeMore()
         cutTail();
         return false;
     }
+    m_faultsInARow = 0;
     if (m_packet->stream_index == m_stream) {
         // Else the decoder would overlap the last block of one stream with the first of the next.
         if (m_decoder->codec_id == AV_CODEC_ID_VORBIS && beginsVorbisStream(*m_packet))

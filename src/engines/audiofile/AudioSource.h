@@ -55,6 +55,7 @@ private:
     int m_heldFrames = 0;           ///< so many are kept back until the end is known
     bool m_ended = false;
     bool m_faulty = false;
+    int m_faultsInARow = 0;
 };
 
 } // namespace audiofile

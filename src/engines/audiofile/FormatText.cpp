@@ -109,6 +109,22 @@ struct Text
     }
 };
 
+/// How the samples of an uncompressed sound are numbers.
+QString numbersOf(AVCodecID coding)
+{
+    switch (coding) {
+    case AV_CODEC_ID_PCM_F32LE:
+    case AV_CODEC_ID_PCM_F64LE:
+        return QStringLiteral("float");
+    case AV_CODEC_ID_PCM_ALAW:
+        return QStringLiteral("A-law");
+    case AV_CODEC_ID_PCM_MULAW:
+        return QStringLiteral("\u00b5-law");
+    default:
+        return QStringLiteral("PCM");
+    }
+}
+
 QString formatOf(const AVFormatContext &container, const AVCodecParameters &sound)
 {
     const QLatin1String name(container.iformat->name);
@@ -137,7 +153,7 @@ QString sourceText(const AVFormatContext &container, const AVCodecParameters &so
 {
     QString coding;
     if (const int bits = av_get_exact_bits_per_sample(sound.codec_id); bits > 0)
-        coding = QStringLiteral("%1 bits PCM").arg(bits);
+        coding = QStringLiteral("%1 bits %2").arg(bits).arg(numbersOf(sound.codec_id));
     else if (sound.bit_rate > 0)
         coding = QStringLiteral("%1 kb/s").arg((sound.bit_rate + 500) / 1000);
     return line(formatOf(container, sound), sound.sample_rate, channelText(sound.ch_layout.nb_channels),

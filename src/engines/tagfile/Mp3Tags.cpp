@@ -22,7 +22,7 @@ namespace {
 
 constexpr qint64 Id3v1Size = 128;
 constexpr unsigned int NoGenre = 255;
-constexpr qsizetype LargestField = 1 << 16; ///< of a frame that can be one of our fields
+constexpr qsizetype LargestField = 1 << 20; ///< of a frame that can be one of our fields
 
 TagLib::ByteVector bytesOf(const QByteArray &bytes)
 {

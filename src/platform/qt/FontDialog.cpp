@@ -1,6 +1,7 @@
 #include "platform/qt/FontDialog.h"
 
 #include "base/ColorNumber.h"
+#include "platform/qt/KeptCustomColors.h"
 
 #include <QColorDialog>
 #include <QDialogButtonBox>
@@ -24,9 +25,13 @@ FontDialog::FontDialog(const FontChoice &choice, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_fonts);
     layout->addWidget(buttons);
+    // The fonts are a dialog of their own, which takes Return and Escape.
+    connect(m_fonts, &QDialog::accepted, this, &QDialog::accept);
+    connect(m_fonts, &QDialog::rejected, this, &QDialog::reject);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_colorButton, &QPushButton::clicked, this, [this] {
+        const KeptCustomColors kept;
         const QColor color = QColorDialog::getColor(colorFromNumber(m_color), this);
         if (color.isValid())
             m_color = colorNumber(color);

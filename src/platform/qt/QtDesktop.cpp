@@ -18,7 +18,7 @@ void QtShell::open(const QString &target)
 
 void QtShell::explore(const QString &folder)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(folder).absoluteFilePath()));
 }
 
 bool QtShell::start(const QString &program, const QStringList &arguments)

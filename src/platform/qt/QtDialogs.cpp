@@ -3,12 +3,14 @@
 #include "base/ColorNumber.h"
 #include "platform/ProgramEnd.h"
 #include "platform/qt/FontDialog.h"
+#include "platform/qt/KeptCustomColors.h"
 
 #include <QApplication>
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 
@@ -61,6 +63,14 @@ QMessageBox::StandardButton qtButton(BoxAnswer answer)
     return QMessageBox::NoButton;
 }
 
+/// "Files (*.mp3)" as "Files (*.mp3) (*.mp3 *.MP3)", of which only the last part is a pattern: some desktops'
+/// dialogs tell small letters from large ones.
+QString inBothCases(const QString &filter)
+{
+    const QString patterns = filter.mid(filter.lastIndexOf(u'(') + 1).chopped(1);
+    return QStringLiteral("%1 (%2 %3)").arg(filter, patterns, patterns.toUpper());
+}
+
 /// A window that is not on screen can't own a dialog.
 QWidget *visibleOwner(QWidget *owner)
 {
@@ -94,7 +104,10 @@ QString QtDialogs::inputBox(QWidget *owner, const InputBox &box)
 {
     QInputDialog dialog(visibleOwner(owner));
     dialog.setWindowTitle(box.title);
-    dialog.setLabelText(box.prompt);
+    // The label is the edit field's buddy: "&" would mark a key.
+    dialog.setLabelText(QString(box.prompt).replace(u'&', QStringLiteral("&&")));
+    if (auto *label = dialog.findChild<QLabel *>())
+        label->setTextFormat(Qt::PlainText);
     dialog.setTextValue(box.text);
     if (auto *edit = dialog.findChild<QLineEdit *>()) {
         edit->setMinimumWidth(dialog.fontMetrics().averageCharWidth() * 50);
@@ -112,9 +125,13 @@ QStringList QtDialogs::openFiles(QWidget *owner, const OpenFiles &request)
     QFileDialog dialog(visibleOwner(owner), request.title,
                        request.directory.isEmpty() ? m_lastDirectory : request.directory);
     dialog.setFileMode(QFileDialog::ExistingFiles);
-    dialog.setNameFilters(request.filters);
-    if (request.filter < request.filters.size())
-        dialog.selectNameFilter(request.filters[request.filter]);
+    QStringList filters;
+    for (const QString &filter : request.filters)
+        filters += inBothCases(filter);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilters(filters);
+    if (request.filter < filters.size())
+        dialog.selectNameFilter(filters[request.filter]);
     const bool accepted = dialog.exec() == QDialog::Accepted;
     m_end.unwindIfEnding();
     if (!accepted)
@@ -140,7 +157,8 @@ QString QtDialogs::browseForFolder(QWidget *owner, const QString &title)
 
 qint32 QtDialogs::chooseColor(QWidget *owner, qint32 color)
 {
-    // The custom colours are black again at each opening: nothing of them is remembered.
+    // The custom colours are black at each opening.
+    const KeptCustomColors kept;
     for (int i = 0; i < QColorDialog::customCount(); ++i)
         QColorDialog::setCustomColor(i, Qt::black);
     QColorDialog dialog(colorFromNumber(color), visibleOwner(owner));

@@ -186,6 +186,17 @@ TEST_F(SourcesTest, joinedOggFilesAreReadToTheirEnd)
     EXPECT_GT(signalToNoise(twice, doubled), 10);
 }
 
+TEST_F(SourcesTest, soundBehindALongFaultIsReadOn)
+{
+    const auto longer = music(44100, 2, 20 * 44100);
+    for (const auto &recipe : {codecs::vorbisRecipe({}), codecs::mp3Recipe({})}) {
+        QByteArray file = encode(*recipe, {}, longer);
+        ASSERT_GT(file.size(), 200'000);
+        file.replace(50'000, 100'000, QByteArray(100'000, '\0'));
+        EXPECT_GT(read(file).size() * file.size(), longer.size() * (file.size() - 130'000));
+    }
+}
+
 /// The same packets, with all sound in a single page.
 QByteArray onOnePage(const QByteArray &ogg)
 {
