@@ -9,6 +9,7 @@
 #include "engines/freedb/FreeDbClient.h"
 #include "engines/tagfile/AudioInformation.h"
 #include "engines/vqf/VqfComponent.h"
+#include "engines/vqf/VqfEncoder.h"
 #include "platform/ProgramPaths.h"
 #include "shell/frmMain.h"
 
@@ -24,7 +25,7 @@ MainWindowParts realParts(const Desktop &desktop, std::function<void()> showAudi
     parts.AInfo = std::make_unique<engines::AudioInformation>();
     parts.makeAudioInformation = [] { return std::make_unique<engines::AudioInformation>(); };
     parts.makeCddb = [] { return std::make_unique<engines::FreeDbClient>(); };
-    parts.makeVEnc = [] { return std::make_unique<vqf::VqfComponent>(); };
+    parts.makeVEnc = [] { return vqf::isAvailable() ? std::make_unique<vqf::VqfComponent>() : nullptr; };
     parts.showAudioConverter = std::move(showAudioConverter);
     return parts;
 }

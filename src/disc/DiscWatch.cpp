@@ -55,6 +55,8 @@ void DiscWatch::readDisc()
             m_discInfo.DiscSeconds = 0;
             for (qint16 track = 1; track <= count; ++track)
                 readTrack(track);
+            if (count > 0)
+                m_controls.lvwTracks.selectRow(1);
             m_discInfo.DiscSeconds = toInt32((m_discInfo.DiscSeconds + LeadIn) / SectorsASecond);
         }
     }

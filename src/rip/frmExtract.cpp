@@ -96,6 +96,9 @@ void frmExtract::BeginExtraction()
             queueTrack(row);
     }
     try {
+        if (m_lEncType == EncVQF && !VEnc1)
+            throw RunTimeFailure(RunTimeFailure::CantCreateComponent,
+                                 QStringLiteral("This build of the program holds no VQF encoder"));
         if (!m_objRipper->StartExtraction())
             desktop().dialogs.messageBox(this, {.text = QStringLiteral("Extraction could not be started.")});
     } catch (const RunTimeFailure &failure) {

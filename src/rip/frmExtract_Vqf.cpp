@@ -35,9 +35,6 @@ void frmExtract::StartVqfPass()
     prgTrack->setValue(0);
     showTrackPercent(0);
     showFilesDone(0); // of the checked rows, data tracks among them
-    if (!VEnc1)
-        throw RunTimeFailure(RunTimeFailure::CantCreateComponent,
-                             QStringLiteral("This build of the program holds no VQF encoder"));
     setVqfFiles();
     VEnc1->setVqfBitRate(VqfBitRate);
     VEnc1->VqfEncode();

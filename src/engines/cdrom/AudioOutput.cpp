@@ -23,7 +23,7 @@ public:
         m_device = m_sink.start();
     }
 
-    bool works() const { return m_device && m_sink.error() == QAudio::NoError; }
+    bool works() const override { return m_device && m_sink.error() == QAudio::NoError; }
 
     qsizetype room() override { return m_sink.bytesFree() / FrameBytes; }
 

@@ -19,6 +19,8 @@ public:
     virtual qsizetype write(const qint16 *samples, qsizetype frames) = 0;
     /// While paused nothing is heard, and nothing that was taken is lost.
     virtual void setPaused(bool paused) = 0;
+    /// Whether sound can still be heard: devices go away.
+    virtual bool works() const { return true; }
     /// Whether all that it took was heard.
     virtual bool isDry() = 0;
 };

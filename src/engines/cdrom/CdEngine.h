@@ -60,6 +60,9 @@ public:
     bool StartExtraction() override;
     void SetEncoder(QObject *encoder) override;
 
+protected:
+    void disconnectNotify(const QMetaMethod &signal) override;
+
 private:
     /// A drive and, from its first selection on, its watcher.
     struct Watched

@@ -150,6 +150,14 @@ bool CdEngine::isHeard() const
     return false;
 }
 
+/// At once: whoever connects next must not hear of this job. Only the destruction of a receiver doesn't come
+/// here; the next beat or event finds it out.
+void CdEngine::disconnectNotify(const QMetaMethod &)
+{
+    if (!isHeard())
+        dropJob();
+}
+
 /// Looks after a job of which nothing is heard.
 void CdEngine::beat()
 {

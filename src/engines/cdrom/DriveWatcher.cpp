@@ -10,7 +10,7 @@ namespace cdrom {
 
 namespace {
 
-constexpr std::chrono::milliseconds Interval{500};
+constexpr std::chrono::milliseconds Interval{100};
 /// A disc whose contents can't be read is asked that often and then left alone.
 constexpr int Attempts = 3;
 

@@ -98,7 +98,7 @@ void Extraction::read()
                 break;
     } catch (const RunTimeFailure &) {
         report(CDRipperX::DriveFailed);
-    } catch (const std::bad_alloc &) {
+    } catch (const std::exception &) { // no memory, or no thread to be had
         report(CDRipperX::BufferFailed);
     }
     m_pipe.close();
@@ -141,7 +141,7 @@ void Extraction::write()
     try {
         while (const std::optional<PipeItem> item = m_pipe.pop())
             take(*item);
-    } catch (const std::bad_alloc &) {
+    } catch (const std::exception &) {
         m_pipe.cut();
         giveUp(CDRipperX::BufferFailed);
     }

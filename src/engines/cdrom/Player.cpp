@@ -137,6 +137,8 @@ void Player::Work::play(const std::shared_ptr<Drive> &from, const DiscTrack &wan
         lock.unlock();
         if (turned)
             output->setPaused(last == State::Paused);
+        if (!output->works())
+            return;
         if (last == State::Playing) {
             fed = fed || !feed.feed(*output);
             if (fed && output->isDry())

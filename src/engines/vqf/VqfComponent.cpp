@@ -78,11 +78,11 @@ void VqfComponent::VqfEncode()
                 },
                 Qt::QueuedConnection);
         };
-        WavReader reader(input);
         try {
+            WavReader reader(input);
             if (reader.isOpen() && convert(reader, output, *recipe, m_stopping, report))
                 report(100);
-        } catch (const RunTimeFailure &) {
+        } catch (const std::exception &) {
             // A file that can't be converted never reaches 100; nothing else tells it.
         }
     });
