@@ -47,8 +47,8 @@ MaskingModel::MaskingModel(int coefficients, double rate, double unitPower, cons
         band.offset = factor(-settings.noiseOffset - settings.highOffset * std::max(0.0, middle - 12));
         // The noise in a third of a Bark counts together.
         const double thirds = std::max(1.0, BandsPerBark * (bark(end * width) - bark(begin * width)));
-        band.quiet =
-            hearingThreshold((begin + end) / 2.0 * width) * thirds * unitPower * coefficients / (end - begin);
+        band.quiet = factor(-settings.quietOffset) * hearingThreshold((begin + end) / 2.0 * width) * thirds *
+                     unitPower * coefficients / (end - begin);
         band.decayUp = factor(-settings.spreadUp * (middle - lastBark));
         band.decayDown = factor(-settings.spreadDown * (middle - lastBark));
         lastBark = middle;

@@ -12,6 +12,7 @@ struct MaskingSettings
     double highOffset = 0.2;    ///< how much further for each Bark above 12
     double spreadUp = 15;       ///< decay per Bark towards high frequencies
     double spreadDown = 27;     ///< decay per Bark towards low ones
+    double quietOffset = 0;     ///< how far below the threshold of hearing noise has to be in silence
     bool judgesTonality = true; ///< off: everything counts as half a tone, where blocks are too short to tell
 };
 
