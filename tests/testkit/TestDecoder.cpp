@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QFile>
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <memory>
 
@@ -65,9 +66,18 @@ void addTags(const AVDictionary *dictionary, Decoded &decoded)
         decoded.tags[QString::fromUtf8(entry->key).toLower()] = QString::fromUtf8(entry->value);
 }
 
-void decodeStream(AVFormatContext *format, int index, Decoded &decoded)
+std::atomic<int> warnings;
+
+void countWarning(void *, int level, const char *, va_list)
+{
+    warnings += level <= AV_LOG_WARNING;
+}
+
+void decodeStream(AVFormatContext *format, int index, double from, Decoded &decoded)
 {
     const AVStream *stream = format->streams[index];
+    if (from > 0)
+        av_seek_frame(format, index, std::llround(from / av_q2d(stream->time_base)), AVSEEK_FLAG_BACKWARD);
     const AVCodec *codec = avcodec_find_decoder(stream->codecpar->codec_id);
     AVCodecContext *context = avcodec_alloc_context3(codec);
     avcodec_parameters_to_context(context, stream->codecpar);
@@ -86,8 +96,11 @@ void decodeStream(AVFormatContext *format, int index, Decoded &decoded)
         if (!more || packet->stream_index == index)
             decoded.clean &= avcodec_send_packet(context, more ? packet : nullptr) >= 0;
         av_packet_unref(packet);
-        while (avcodec_receive_frame(context, frame) >= 0)
+        while (avcodec_receive_frame(context, frame) >= 0) {
+            if (decoded.samples.empty())
+                decoded.begin = static_cast<double>(frame->pts) * av_q2d(stream->time_base);
             append(*frame, decoded);
+        }
     }
     av_frame_free(&frame);
     av_packet_free(&packet);
@@ -96,9 +109,10 @@ void decodeStream(AVFormatContext *format, int index, Decoded &decoded)
 
 } // namespace
 
-Decoded decode(QByteArray file)
+Decoded decode(QByteArray file, double from)
 {
-    av_log_set_level(AV_LOG_QUIET);
+    av_log_set_callback(&countWarning);
+    const int before = warnings;
     Decoded decoded;
     QBuffer buffer(&file);
     buffer.open(QIODevice::ReadOnly);
@@ -115,11 +129,12 @@ Decoded decode(QByteArray file)
         if (index >= 0)
             addTags(format->streams[index]->metadata, decoded);
         if (index >= 0)
-            decodeStream(format, index, decoded);
+            decodeStream(format, index, from, decoded);
         avformat_close_input(&format);
     }
     av_freep(&io->buffer);
     avio_context_free(&io);
+    decoded.warnings = warnings - before;
     return decoded;
 }
 
