@@ -101,10 +101,9 @@ struct Text
 
     QString operator()(WmaProfileNumber profile) const
     {
-        const auto wanted = wmaProfile(profile.number);
-        const auto written = writableWmaProfile(profile.number);
-        return line(QStringLiteral("WMA"), written.rate, channelText(written.channels),
-                    constantRateText(written.bitRate, wanted.bitRate) +
+        const auto settings = wmaProfile(profile.number);
+        return line(QStringLiteral("WMA"), settings.rate, channelText(settings.channels),
+                    constantRateText(settings.bitRate, settings.bitRate) +
                         QStringLiteral(", profile %1").arg(profile.number));
     }
 };

@@ -18,7 +18,7 @@ struct MakeRecipe
     Recipe operator()(const codecs::VorbisSettings &settings) const { return codecs::vorbisRecipe(settings); }
     Recipe operator()(WmaProfileNumber profile) const
     {
-        return codecs::wmaRecipe(writableWmaProfile(profile.number));
+        return codecs::wmaRecipe(wmaProfile(profile.number));
     }
 };
 

@@ -1,6 +1,5 @@
 #include "engines/audiofile/WmaProfiles.h"
 
-#include <algorithm>
 #include <array>
 
 namespace audiofile {
@@ -26,13 +25,6 @@ constexpr std::array<codecs::WmaSettings, WmaProfileCount> Profiles = {{
 codecs::WmaSettings wmaProfile(int number)
 {
     return Profiles.at(static_cast<std::size_t>(number - 1));
-}
-
-codecs::WmaSettings writableWmaProfile(int number)
-{
-    codecs::WmaSettings settings = wmaProfile(number);
-    settings.bitRate = std::max(settings.bitRate, codecs::LowestWritableWmaBitRate);
-    return settings;
 }
 
 } // namespace audiofile

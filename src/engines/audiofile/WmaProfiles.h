@@ -6,9 +6,7 @@ namespace audiofile {
 
 inline constexpr int WmaProfileCount = 51;
 
-/// What the sound of a profile, 1 to 51, is to be.
+/// The sound of a profile, 1 to 51.
 codecs::WmaSettings wmaProfile(int number);
-/// The same with the nearest bit rate that can be written.
-codecs::WmaSettings writableWmaProfile(int number);
 
 } // namespace audiofile

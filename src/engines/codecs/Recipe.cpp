@@ -4,7 +4,6 @@
 #include "engines/codecs/BlockEncoder.h"
 #include "engines/codecs/PcmConverter.h"
 #include "engines/codecs/SegmentedEncoder.h"
-#include "engines/codecs/UnsplitStream.h"
 
 #include <algorithm>
 #include <thread>
@@ -22,8 +21,6 @@ public:
           m_converter(input, wanted),
           m_encoder(std::move(encoder))
     {}
-
-    void whileWaiting(std::function<void()> call) override { m_encoder->whileWaiting(std::move(call)); }
 
 private:
     void encodeBlock(const qint16 *samples, int frames) override
@@ -46,8 +43,6 @@ private:
     PcmConverter m_converter;
     std::unique_ptr<Encoder> m_encoder;
 };
-
-using MakeThreadedEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &, int threads)>;
 
 class Recipe final : public EncoderRecipe
 {
@@ -73,25 +68,21 @@ private:
 
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make)
 {
-    return std::make_shared<Recipe>(
-        wanted, [make = std::move(make)](engines::ByteSink &output, int) { return make(output); });
+    return makeRecipe(wanted,
+                      [make = std::move(make)](engines::ByteSink &output, int) { return make(output); });
+}
+
+std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeThreadedEncoder make)
+{
+    return std::make_shared<Recipe>(wanted, std::move(make));
 }
 
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
                                                 std::shared_ptr<const PieceCodec> codec)
 {
     const int channels = wanted.channels;
-    return std::make_shared<Recipe>(
-        wanted, [codec = std::move(codec), channels](engines::ByteSink &output, int threads) {
-            return std::make_unique<SegmentedEncoder>(codec, channels, output, threads);
-        });
-}
-
-std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeEncoder make)
-{
-    return makeRecipe(wanted, [wanted, make = std::move(make)](engines::ByteSink &output) {
-        return std::make_unique<SegmentedEncoder>(std::make_shared<UnsplitStream>(wanted, make),
-                                                  wanted.channels, output, 1);
+    return makeRecipe(wanted, [codec = std::move(codec), channels](engines::ByteSink &output, int threads) {
+        return std::make_unique<SegmentedEncoder>(codec, channels, output, threads);
     });
 }
 

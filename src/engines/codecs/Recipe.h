@@ -15,12 +15,13 @@ using MakeEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &)>
 /// another, a converter stands before the encoder.
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make);
 
+/// The same for encoders that work on up to `threads` threads.
+using MakeThreadedEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &, int threads)>;
+std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeThreadedEncoder make);
+
 /// The same for a stream that is encoded piece by piece.
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
                                                 std::shared_ptr<const PieceCodec> codec);
-
-/// The same for encoders that know no pieces but take their time: each works in a thread beside its caller.
-std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeEncoder make);
 
 /// Raises RunTimeFailure 5.
 [[noreturn]] void refuse(const QString &description);

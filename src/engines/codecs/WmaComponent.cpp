@@ -30,7 +30,7 @@ std::shared_ptr<const EncoderRecipe> WmaComponent::recipe() const
 {
     if (m_drm)
         refuse(QStringLiteral("WMA files can't be protected by DRM: switch it off in the options"));
-    if (!wmaFormatWritable(m_settings))
+    if (wmaIsAvailable() && !wmaFormatWritable(m_settings))
         refuse(QStringLiteral("The WMA encoder can't write %1 kb/s at %2 Hz in %3")
                    .arg(m_settings.bitRate)
                    .arg(m_settings.rate)

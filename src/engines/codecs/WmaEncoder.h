@@ -5,7 +5,7 @@
 
 namespace codecs {
 
-/// Takes each rate and number of channels of the format, with any bit rate from the lowest writable one on.
+/// Raises RunTimeFailure 5 in a build without the encoder.
 std::shared_ptr<const EncoderRecipe> wmaRecipe(const WmaSettings &settings);
 
 } // namespace codecs

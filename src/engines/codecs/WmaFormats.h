@@ -1,26 +1,19 @@
 #pragma once
 
+#include "engines/wma/Streams.h"
+
 #include <array>
 
 namespace codecs {
 
-struct WmaSettings
-{
-    int rate = 44100;
-    int channels = 2;
-    int bitRate = 128; ///< kb/s
-
-    bool operator==(const WmaSettings &) const = default;
-};
+using WmaSettings = wma::StreamKind;
 
 /// Of the sample rate indexes 0 to 6.
 inline constexpr std::array<int, 7> WmaRates = {8000, 11025, 16000, 22050, 32000, 44100, 48000};
 
-/// What the encoding library needs at least, in kb/s.
-inline constexpr int LowestWritableWmaBitRate = 24;
-
-/// Whether the combination is one of the format's, and whether it can be written, too.
-bool wmaFormatExists(const WmaSettings &settings);
+/// False in a build for a system whose library has no decoder for WMA.
+bool wmaIsAvailable();
+/// Whether the combination can be written: each one of the format's can, where the encoder is available.
 bool wmaFormatWritable(const WmaSettings &settings);
 /// Whether any combination with this bit rate and number of channels can be written.
 bool wmaBitRateWritable(int bitRate, int channels);

@@ -76,7 +76,7 @@ std::vector<Packet> PacketWriter::take()
 void PacketWriter::close(int wholeFrames, bool keepsRest, int carried)
 {
     dsp::BitWriter packet;
-    packet.put(m_counter++ % 16, CounterBits);
+    packet.put(static_cast<unsigned>(m_closed++ % 16), CounterBits);
     packet.put(static_cast<unsigned>(wholeFrames + 1), FrameCountBits);
     packet.put(static_cast<unsigned>(m_carried), m_carryBits);
     const std::int64_t bits = m_content.bits();

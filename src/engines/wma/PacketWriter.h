@@ -27,6 +27,9 @@ public:
     /// Bits of a packet for frames.
     int capacity() const { return m_capacity; }
 
+    /// Bits laid into all packets so far, with what was left empty.
+    std::int64_t position() const { return m_closed * m_capacity + m_content.bits(); }
+
     /// Not more bits than there is room for.
     void add(dsp::BitWriter frame);
     /// Whether the rest of the packet may be left empty, for another frame is whole in it.
@@ -44,11 +47,11 @@ private:
     const int m_packetBytes;
     const int m_carryBits;
     const int m_capacity;
-    dsp::BitWriter m_content; ///< of the packet that isn't full yet
-    int m_carried = 0;        ///< bits of it that belong to a frame begun in the one before
-    int m_complete = 0;       ///< frames that are whole in it
-    bool m_hasRest = false;   ///< the packet before ends with a frame that is put out upon this one
-    unsigned m_counter = 0;
+    dsp::BitWriter m_content;  ///< of the packet that isn't full yet
+    int m_carried = 0;         ///< bits of it that belong to a frame begun in the one before
+    int m_complete = 0;        ///< frames that are whole in it
+    bool m_hasRest = false;    ///< the packet before ends with a frame that is put out upon this one
+    std::int64_t m_closed = 0; ///< packets
     std::vector<Packet> m_packets;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engines/wma/Streams.h"
+
 #include <array>
 #include <cstdint>
 
@@ -19,6 +21,9 @@ class StreamFormat
 public:
     /// `bitRate` is the nominal one, in bits per second.
     StreamFormat(int rate, int channels, int bitRate);
+    explicit StreamFormat(const StreamKind &kind)
+        : StreamFormat(kind.rate, kind.channels, 1000 * kind.bitRate)
+    {}
 
     int rate() const { return m_rate; }
     int channels() const { return m_channels; }

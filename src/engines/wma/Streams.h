@@ -7,7 +7,7 @@ struct StreamKind
 {
     int rate = 44100;
     int channels = 2;
-    int kilobits = 128; ///< per second
+    int bitRate = 128; ///< kb/s
 
     bool operator==(const StreamKind &) const = default;
 };

@@ -93,7 +93,7 @@ TEST_P(FormatTest, theSystemsDecoderPlaysAnyLegalFramesAsTheModelDoes)
     const Tables *tables = measuredTables();
     if (!tables)
         GTEST_SKIP() << "this system's libraries have no decoder for WMA";
-    const StreamFormat format(GetParam().rate, GetParam().channels, GetParam().kilobits * 1000);
+    const StreamFormat format(GetParam());
     RandomFrames random(format, *tables);
     const FrameWriter writer(format, *tables);
     PacketWriter packets(format);
@@ -142,7 +142,7 @@ TEST_P(FormatTest, theSystemsDecoderPlaysAnyLegalFramesAsTheModelDoes)
 
 INSTANTIATE_TEST_SUITE_P(AllKinds, FormatTest, testing::ValuesIn(StreamKinds), [](const auto &info) {
     return std::to_string(info.param.rate) + (info.param.channels == 2 ? "s" : "m") +
-           std::to_string(info.param.kilobits);
+           std::to_string(info.param.bitRate);
 });
 
 } // namespace

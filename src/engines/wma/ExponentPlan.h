@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engines/wma/FrameWriter.h"
+
+#include <span>
+
+namespace wma {
+
+/// A band's wish.
+struct WantedExponent
+{
+    float step; ///< dB
+    int live;   ///< coefficients that this step doesn't make zero
+};
+
+/// Chooses the exponents of a channel so that their steps come near the wanted ones for few bits. What counts
+/// is the differences: the first live band gets the exponent that costs least. The bands behind `wanted`, up
+/// to `bands`, get the last one's.
+std::array<std::int8_t, MaxBands> planExponents(std::span<const WantedExponent> wanted, int bands,
+                                                const FrameWriter &writer);
+
+} // namespace wma

@@ -1,0 +1,228 @@
+#include "engines/wma/FrameEncoder.h"
+
+#include "engines/wma/Levels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace wma {
+
+namespace {
+
+constexpr float ExponentLevel = 1.25F; ///< dB
+/// Levels are rounded down behind adding this, and those of 1 only exist from here on: they cost most for
+/// what they bring.
+constexpr float Rounding = 0.40F;
+constexpr float SmallestLive = 0.64F;
+/// A high band with a smaller share of live coefficients becomes noise, a little fainter than the sound.
+constexpr float NoiseShare = 0.12F;
+constexpr float NoiseLevel = -3; ///< dB
+
+int largestExponent(const BlockLayout &layout, const ChannelFields &fields)
+{
+    return *std::max_element(fields.exponents.begin(), fields.exponents.begin() + layout.bands);
+}
+
+float meanPower(const std::vector<float> &coefficients, int begin, int end)
+{
+    const auto first = coefficients.begin() + begin;
+    return std::inner_product(first, coefficients.begin() + end, first, 0.0F) /
+           static_cast<float>(end - begin);
+}
+
+} // namespace
+
+FrameEncoder::FrameEncoder(const StreamFormat &format, const std::vector<BlockLayout> &layouts,
+                           const FrameWriter &writer)
+    : m_format(format), m_layouts(layouts), m_writer(writer)
+{}
+
+Frame FrameEncoder::encode(const FrameAnalysis &analysis, float quality) const
+{
+    Frame frame;
+    for (const BlockAnalysis &block : analysis.blocks) {
+        BlockFields fields = encodeBlock(block, quality);
+        if (!frame.empty() && frame.back().halvings == fields.halvings) {
+            // Decoders keep the exponents of the channels that were coded.
+            fields.newExponents = false;
+            for (int c = 0; c < m_format.channels(); ++c) {
+                const ChannelFields &before = frame.back().channels[c], &now = fields.channels[c];
+                if (now.coded && (!before.coded || before.exponents != now.exponents))
+                    fields.newExponents = true;
+            }
+        }
+        frame.push_back(std::move(fields));
+    }
+    return frame;
+}
+
+BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quality) const
+{
+    const BlockLayout &layout = m_layouts[analysis.halvings];
+    BlockFields block;
+    block.halvings = analysis.halvings;
+    if (m_format.channels() == 2) {
+        const auto nearest = static_cast<int>(std::lround((quality - FirstQuality) / QualityStep));
+        const auto q = static_cast<std::size_t>(std::clamp(nearest, 0, Qualities - 1));
+        block.midSide = analysis.bits[1][q] < analysis.bits[0][q];
+    }
+    std::array<Channel, MaxChannels> channels;
+    float gain = 1;
+    for (int c = 0; c < m_format.channels(); ++c) {
+        channels[c].analysis = &analysis.channels[block.midSide][c];
+        chooseSteps(layout, quality, channels[c]);
+        if (channels[c].fields.coded)
+            chooseExponents(layout, channels[c]);
+        gain = std::max(gain, channels[c].gain);
+    }
+    block.gain = static_cast<int>(std::lround(gain));
+    for (int c = 0; c < m_format.channels(); ++c) {
+        Channel &channel = channels[c];
+        if (channel.fields.coded) {
+            const float missing = static_cast<float>(block.gain) - channel.gain;
+            if (const auto by = static_cast<int>(std::lround(missing / ExponentLevel)); by > 0)
+                raiseLargestExponent(layout, by, channel);
+            quantise(layout, block.gain, channel);
+            setNoiseLevels(layout, channel);
+        }
+        block.channels[c] = std::move(channel.fields);
+    }
+    return block;
+}
+
+void FrameEncoder::chooseSteps(const BlockLayout &layout, float quality, Channel &channel) const
+{
+    const ChannelAnalysis &analysis = *channel.analysis;
+    for (int band = 0; band < layout.visibleBands(); ++band) {
+        const float step = std::max(analysis.steps[band] + quality, analysis.leastSteps[band]);
+        channel.wanted[band] = {step, 0};
+        if (band >= layout.firstNoiseBand)
+            chooseNoise(layout, band, channel);
+        const bool isNoise =
+            band >= layout.firstNoiseBand && channel.fields.isNoise[band - layout.firstNoiseBand];
+        const float least = SmallestLive * amplitude(step);
+        const auto first = analysis.coefficients.begin() + layout.edges[band];
+        const auto last =
+            analysis.coefficients.begin() +
+            (isNoise ? std::max(layout.edges[band], layout.noiseBegin) : layout.edges[band + 1]);
+        channel.wanted[band].live =
+            static_cast<int>(std::count_if(first, last, [least](float y) { return std::abs(y) >= least; }));
+        channel.fields.coded = channel.fields.coded || isNoise || channel.wanted[band].live > 0;
+    }
+}
+
+void FrameEncoder::chooseNoise(const BlockLayout &layout, int band, Channel &channel) const
+{
+    const std::vector<float> &coefficients = channel.analysis->coefficients;
+    const int begin = std::max(layout.edges[band], layout.noiseBegin), end = layout.edges[band + 1];
+    const float step = amplitude(channel.wanted[band].step);
+    const auto live = std::count_if(coefficients.begin() + begin, coefficients.begin() + end,
+                                    [least = SmallestLive * step](float y) { return std::abs(y) >= least; });
+    constexpr float Faintest = 0.1F; // of the step
+    channel.fields.isNoise[band - layout.firstNoiseBand] =
+        static_cast<float>(live) < NoiseShare * static_cast<float>(end - begin) &&
+        meanPower(coefficients, begin, end) > Faintest * Faintest * step * step;
+}
+
+void FrameEncoder::chooseExponents(const BlockLayout &layout, Channel &channel) const
+{
+    const std::span wanted(channel.wanted.begin(), static_cast<std::size_t>(layout.visibleBands()));
+    channel.fields.exponents = planExponents(wanted, layout.bands, m_writer);
+    const int largest = largestExponent(layout, channel.fields);
+    float sum = 0, least = 0;
+    int live = 0;
+    for (int band = 0; band < layout.visibleBands(); ++band) {
+        if (wanted[band].live == 0)
+            continue;
+        const float above = ExponentLevel * static_cast<float>(largest - channel.fields.exponents[band]);
+        live += wanted[band].live;
+        sum += static_cast<float>(wanted[band].live) * (wanted[band].step + above);
+        least = std::max(least, channel.analysis->leastSteps[band] + above);
+    }
+    if (live > 0)
+        channel.gain = std::max(sum / static_cast<float>(live), least);
+}
+
+/// The gain belongs to the largest exponent of either channel: the finer one gets a large exponent where it
+/// has nothing to code. If there is no such place all its steps grow.
+void FrameEncoder::raiseLargestExponent(const BlockLayout &layout, int by, Channel &channel) const
+{
+    ChannelFields &fields = channel.fields;
+    const int raised = std::min(largestExponent(layout, fields) + by, HighestExponent);
+    const auto raise = [&](int band) {
+        fields.exponents[band] = static_cast<std::int8_t>(
+            std::min(raised, band > 0 ? fields.exponents[band - 1] + LargestExponentStep : HighestExponent));
+    };
+    const int top = layout.visibleBands() - 1;
+    if (layout.bands > layout.visibleBands()) {
+        raise(layout.bands - 1);
+    } else if (channel.wanted[top].live == 0) {
+        // Levels of noise depend on the differences of its bands' exponents.
+        int first = top;
+        while (first > layout.firstNoiseBand && channel.wanted[first - 1].live == 0)
+            --first;
+        for (int band = first; band <= top; ++band)
+            raise(band);
+    }
+}
+
+void FrameEncoder::quantise(const BlockLayout &layout, int gain, Channel &channel) const
+{
+    ChannelFields &fields = channel.fields;
+    const float *coefficients = channel.analysis->coefficients.data();
+    fields.levels.assign(static_cast<std::size_t>(layout.codedEnd), 0);
+    const int largest = largestExponent(layout, fields);
+    const auto limit = static_cast<float>(largestLevel(gain));
+    bool coded = false;
+    for (int band = 0; band < layout.visibleBands(); ++band) {
+        int end = layout.edges[band + 1];
+        if (band >= layout.firstNoiseBand && fields.isNoise[band - layout.firstNoiseBand]) {
+            end = std::max(layout.edges[band], layout.noiseBegin);
+            coded = true;
+        }
+        const float step =
+            static_cast<float>(gain) + ExponentLevel * static_cast<float>(fields.exponents[band] - largest);
+        const float inverse = 1 / amplitude(step);
+        for (int k = layout.edges[band]; k < end; ++k) {
+            const float size = std::abs(coefficients[k]) * inverse;
+            const auto level =
+                static_cast<std::int16_t>(size < SmallestLive ? 0 : std::min(size + Rounding, limit));
+            fields.levels[k] = coefficients[k] < 0 ? static_cast<std::int16_t>(-level) : level;
+            coded = coded || level != 0;
+        }
+    }
+    fields.coded = coded;
+}
+
+void FrameEncoder::setNoiseLevels(const BlockLayout &layout, Channel &channel) const
+{
+    ChannelFields &fields = channel.fields;
+    const auto exponentOf = [&](int noiseBand) {
+        return fields.exponents[layout.firstNoiseBand + noiseBand];
+    };
+    int last = -1;
+    for (int band = 0; band < layout.noiseBands(); ++band)
+        if (fields.isNoise[band])
+            last = band;
+    if (last < 0)
+        return;
+    const int exponents = exponentOf(last) + largestExponent(layout, fields);
+    int lowest = LowestNoiseLevel, highest = HighestNoiseLevel;
+    for (int band = 0; band < layout.noiseBands(); ++band) {
+        if (!fields.isNoise[band])
+            continue;
+        const int visible = layout.firstNoiseBand + band;
+        const float power =
+            meanPower(channel.analysis->coefficients, std::max(layout.edges[visible], layout.noiseBegin),
+                      layout.edges[visible + 1]);
+        const float level = decibels(power) + NoiseLevel +
+                            ExponentLevel * static_cast<float>(exponents - 2 * exponentOf(band));
+        const int written = std::clamp(static_cast<int>(std::lround(level)), lowest, highest);
+        fields.noiseLevels[band] = static_cast<std::int8_t>(written);
+        lowest = std::max(LowestNoiseLevel, written - LargestNoiseStep);
+        highest = std::min(HighestNoiseLevel, written + LargestNoiseStep);
+    }
+}
+
+} // namespace wma

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "engines/wma/ExponentPlan.h"
+#include "engines/wma/FrameAnalysis.h"
+
+namespace wma {
+
+/// Turns an analysed frame into fields, at any quality. Nothing is kept from frame to frame.
+class FrameEncoder
+{
+public:
+    /// All must outlive the object.
+    FrameEncoder(const StreamFormat &format, const std::vector<BlockLayout> &layouts,
+                 const FrameWriter &writer);
+
+    /// `quality` in dB: how far the noise lies above what is best at a high rate.
+    Frame encode(const FrameAnalysis &analysis, float quality) const;
+
+private:
+    /// The work on one channel of a block.
+    struct Channel
+    {
+        const ChannelAnalysis *analysis;
+        ChannelFields fields;
+        std::array<WantedExponent, MaxBands> wanted;
+        float gain = 0; ///< wanted, dB
+    };
+
+    BlockFields encodeBlock(const BlockAnalysis &analysis, float quality) const;
+    void chooseSteps(const BlockLayout &layout, float quality, Channel &channel) const;
+    void chooseNoise(const BlockLayout &layout, int band, Channel &channel) const;
+    void chooseExponents(const BlockLayout &layout, Channel &channel) const;
+    void raiseLargestExponent(const BlockLayout &layout, int by, Channel &channel) const;
+    void quantise(const BlockLayout &layout, int gain, Channel &channel) const;
+    void setNoiseLevels(const BlockLayout &layout, Channel &channel) const;
+
+    const StreamFormat &m_format;
+    const std::vector<BlockLayout> &m_layouts;
+    const FrameWriter &m_writer;
+};
+
+} // namespace wma
