@@ -13,6 +13,10 @@ constexpr qint32 BlockSectors = 27;
 constexpr std::size_t PipeBlocks = 128;  ///< 8 MB, three quarters of a minute of sound
 constexpr qint64 ProgressInterval = 100; ///< milliseconds
 
+/// Ends the wait for an encoder.
+struct Cancelled
+{};
+
 } // namespace
 
 /// The file of one track while it is written.
@@ -24,9 +28,10 @@ public:
         m_clock.start();
     }
 
-    void open(const codecs::EncoderRecipe &recipe)
+    void open(const codecs::EncoderRecipe &recipe, std::function<void()> whileWaiting)
     {
         m_encoder = recipe.create(codecs::PcmFormat{}, m_output);
+        m_encoder->whileWaiting(std::move(whileWaiting));
     }
 
     void encode(const std::vector<qint16> &samples)
@@ -141,6 +146,8 @@ void Extraction::write()
     try {
         while (const std::optional<PipeItem> item = m_pipe.pop())
             take(*item);
+    } catch (const Cancelled &) {
+        // What an encoder still worked on is dropped with its file.
     } catch (const std::exception &) {
         m_pipe.cut();
         giveUp(CDRipperX::BufferFailed);
@@ -179,7 +186,10 @@ void Extraction::beginTrack(std::size_t index)
         return;
     }
     try {
-        m_file->open(*m_plan.recipe);
+        m_file->open(*m_plan.recipe, [this] {
+            if (m_cancelled)
+                throw Cancelled();
+        });
     } catch (const RunTimeFailure &failure) {
         giveUp(failure.number() == RunTimeFailure::InvalidCall ? CDRipperX::BufferFailed
                                                                : CDRipperX::WriteFailed);

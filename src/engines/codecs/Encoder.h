@@ -3,6 +3,7 @@
 #include "engines/common/OutputFile.h"
 
 #include <QtGlobal>
+#include <functional>
 #include <memory>
 
 namespace codecs {
@@ -29,6 +30,10 @@ public:
     virtual void encode(const qint16 *samples, qsizetype frames) = 0;
     /// Writes what is left and completes the headers; nothing follows.
     virtual void finish() = 0;
+
+    /// `call` is called every 20 milliseconds while a call waits for threads that work inside. What it raises
+    /// ends the waiting call, and the stream is lost.
+    virtual void whileWaiting(std::function<void()> call) { Q_UNUSED(call) }
 };
 
 /// Settings of an encoder as they were when the recipe was taken, known to be possible. It makes encoders on

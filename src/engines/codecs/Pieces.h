@@ -18,6 +18,7 @@ struct PiecePlan
     qint64 warmUp = 0; ///< before the piece, for an encoder to get into its stride; what it gives is dropped
     qint64 lookAhead = 0; ///< behind the piece
     qint64 length = 0; ///< of each piece but the last, which lies between a quarter of it and one and a half
+    bool inOrder = false; ///< one piece after another, on one thread
 
     /// The least that the last piece holds.
     qint64 shortestTail() const { return length / 4; }

@@ -4,6 +4,7 @@
 #include "engines/codecs/BlockEncoder.h"
 #include "engines/codecs/PcmConverter.h"
 #include "engines/codecs/SegmentedEncoder.h"
+#include "engines/codecs/UnsplitStream.h"
 
 #include <algorithm>
 #include <thread>
@@ -21,6 +22,8 @@ public:
           m_converter(input, wanted),
           m_encoder(std::move(encoder))
     {}
+
+    void whileWaiting(std::function<void()> call) override { m_encoder->whileWaiting(std::move(call)); }
 
 private:
     void encodeBlock(const qint16 *samples, int frames) override
@@ -83,6 +86,14 @@ std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
     const int channels = wanted.channels;
     return makeRecipe(wanted, [codec = std::move(codec), channels](engines::ByteSink &output, int threads) {
         return std::make_unique<SegmentedEncoder>(codec, channels, output, threads);
+    });
+}
+
+std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeEncoder make)
+{
+    return makeRecipe(wanted, [wanted, make = std::move(make)](engines::ByteSink &output) {
+        return std::make_unique<SegmentedEncoder>(std::make_shared<UnsplitStream>(wanted, make),
+                                                  wanted.channels, output, 1);
     });
 }
 

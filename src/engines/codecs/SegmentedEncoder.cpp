@@ -17,7 +17,7 @@ SegmentedEncoder::SegmentedEncoder(std::shared_ptr<const PieceCodec> codec, int 
     : m_codec(std::move(codec)),
       m_plan(m_codec->plan()),
       m_channels(channels),
-      m_threadLimit(static_cast<std::size_t>(std::max(threads, 1))),
+      m_threadLimit(m_plan.inOrder ? 1 : static_cast<std::size_t>(std::max(threads, 1))),
       m_joiner(m_codec->joiner(output))
 {}
 
@@ -107,7 +107,7 @@ void SegmentedEncoder::emitFinished(std::size_t mostOpen)
             if (m_open.empty())
                 return;
             if (m_open.size() > mostOpen)
-                m_jobDone.wait(lock, [this] { return m_open.front()->done; });
+                waitForFirst(lock);
             if (!m_open.front()->done)
                 return;
             job = std::move(m_open.front());
@@ -127,6 +127,18 @@ void SegmentedEncoder::ease(qint64 frames)
     if (m_open.size() > m_threadLimit)
         m_jobDone.wait_for(lock, PausePerPiece * frames / m_plan.length,
                            [this] { return m_open.front()->done; });
+}
+
+void SegmentedEncoder::waitForFirst(std::unique_lock<std::mutex> &lock)
+{
+    constexpr std::chrono::milliseconds Step(20);
+    while (!m_jobDone.wait_for(lock, Step, [this] { return m_open.front()->done; })) {
+        if (!m_whileWaiting)
+            continue;
+        lock.unlock();
+        m_whileWaiting();
+        lock.lock();
+    }
 }
 
 void SegmentedEncoder::work()

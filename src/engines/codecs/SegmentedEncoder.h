@@ -25,6 +25,7 @@ public:
 
     void encode(const qint16 *samples, qsizetype frames) override;
     void finish() override;
+    void whileWaiting(std::function<void()> call) override { m_whileWaiting = std::move(call); }
 
 private:
     struct Job
@@ -39,6 +40,7 @@ private:
     void cut(qint64 frames, bool last);
     void hand(Piece piece);
     void emitFinished(std::size_t mostOpen);
+    void waitForFirst(std::unique_lock<std::mutex> &lock);
     void ease(qint64 frames);
     void work();
 
@@ -47,6 +49,7 @@ private:
     const int m_channels;
     const std::size_t m_threadLimit;
     const std::unique_ptr<PieceJoiner> m_joiner;
+    std::function<void()> m_whileWaiting;
 
     std::vector<qint16> m_samples; ///< from the next piece's warm-up on
     qint64 m_begin = 0;            ///< of the next piece

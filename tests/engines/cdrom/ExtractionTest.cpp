@@ -26,6 +26,41 @@ public:
     }
 };
 
+/// An encoder whose threads never come to an end.
+class EndlessEncoder : public QObject,
+                       public codecs::EncoderSource,
+                       public codecs::EncoderRecipe,
+                       public std::enable_shared_from_this<EndlessEncoder>
+{
+public:
+    std::shared_ptr<const codecs::EncoderRecipe> recipe() const override { return shared_from_this(); }
+
+    std::unique_ptr<codecs::Encoder> create(const codecs::PcmFormat &, engines::ByteSink &,
+                                            int) const override
+    {
+        class Waiting : public codecs::Encoder
+        {
+        public:
+            explicit Waiting(std::atomic<int> &alive) : m_alive(alive) { ++m_alive; }
+            ~Waiting() override { --m_alive; }
+            void encode(const qint16 *, qsizetype) override { finish(); }
+            void finish() override
+            {
+                for (;;)
+                    m_call();
+            }
+            void whileWaiting(std::function<void()> call) override { m_call = std::move(call); }
+
+        private:
+            std::atomic<int> &m_alive;
+            std::function<void()> m_call;
+        };
+        return std::make_unique<Waiting>(alive);
+    }
+
+    mutable std::atomic<int> alive = 0;
+};
+
 class ExtractionTest : public ::testing::Test
 {
 protected:
@@ -217,6 +252,24 @@ TEST_F(ExtractionTest, cancellingAnswersAtOnceAndKeepsTheOlderFile)
     engine->SetSpeed(0);
     EXPECT_TRUE(rips(*engine, log)) << "the queue stays";
     EXPECT_EQ(files.entries(), QStringList({"1", "2"}));
+}
+
+TEST_F(ExtractionTest, cancellingEndsTheWaitForAnEncoder)
+{
+    const auto engine = engineWith();
+    SignalLog log(*engine);
+    const auto encoder = std::make_shared<EndlessEncoder>();
+    engine->setUseEncoder(true);
+    engine->SetEncoder(encoder.get());
+    queue(*engine, 1, target(QStringLiteral("1")));
+    log.onEntry = [&](const QString &entry) {
+        if (entry.startsWith(u"start"))
+            engine->CancelExtraction();
+    };
+    ASSERT_TRUE(rips(*engine, log));
+    EXPECT_EQ(log.take(), QStringList({"prepared", "start 1 0-199 #10", "status 14", "complete"}));
+    EXPECT_TRUE(files.entries().isEmpty());
+    EXPECT_EQ(encoder->alive, 0) << "the rip wasn't left to itself";
 }
 
 TEST_F(ExtractionTest, cancellingAnswersEvenWhenTheDriveDoesnt)

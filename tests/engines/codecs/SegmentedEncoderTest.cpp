@@ -206,6 +206,22 @@ TEST(SegmentedEncoder, theEarliestFailureReachesTheCallerForAnyNumberOfThreads)
     }
 }
 
+TEST(SegmentedEncoder, whoWaitsIsCalledAndMayEndTheWait)
+{
+    auto codec = std::make_shared<FakePieces>();
+    codec->blocked = 0;
+    testkit::MemorySink sink;
+    SegmentedEncoder encoder(codec, 1, sink, 2);
+    int calls = 0;
+    encoder.whileWaiting([&calls] {
+        if (++calls == 3)
+            throw RunTimeFailure(1234, QStringLiteral("enough"));
+    });
+    const auto samples = countUp(200);
+    EXPECT_EQ(testkit::failureOf([&] { encoder.encode(samples.data(), 200); }), 1234);
+    EXPECT_EQ(calls, 3);
+}
+
 TEST(SegmentedEncoder, destroyingItEndsTheWorkAtOnceAndAFullSinkIsTold)
 {
     auto codec = std::make_shared<FakePieces>();
