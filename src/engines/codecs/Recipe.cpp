@@ -89,11 +89,12 @@ std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
     });
 }
 
-std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeEncoder make)
+std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeThreadedEncoder make)
 {
-    return makeRecipe(wanted, [wanted, make = std::move(make)](engines::ByteSink &output) {
-        return std::make_unique<SegmentedEncoder>(std::make_shared<UnsplitStream>(wanted, make),
-                                                  wanted.channels, output, 1);
+    return makeRecipe(wanted, [wanted, make = std::move(make)](engines::ByteSink &output, int threads) {
+        auto stream = std::make_shared<UnsplitStream>(
+            wanted, [make, threads](engines::ByteSink &sink) { return make(sink, threads); });
+        return std::make_unique<SegmentedEncoder>(std::move(stream), wanted.channels, output, 1);
     });
 }
 

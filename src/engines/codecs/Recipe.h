@@ -23,8 +23,9 @@ std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeThr
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
                                                 std::shared_ptr<const PieceCodec> codec);
 
-/// The same for encoders that know no pieces but take their time: each works in a thread beside its caller.
-std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeEncoder make);
+/// The same for encoders that know no pieces but take their time: each works in a thread beside its caller,
+/// and on up to `threads` inside.
+std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeThreadedEncoder make);
 
 /// Raises RunTimeFailure 5.
 [[noreturn]] void refuse(const QString &description);

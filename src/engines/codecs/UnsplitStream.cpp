@@ -77,7 +77,7 @@ UnsplitStream::~UnsplitStream() = default;
 
 PiecePlan UnsplitStream::plan() const
 {
-    return {.length = std::max(m_format.rate / 4, 4), .inOrder = true};
+    return {.length = qint64(PieceSeconds) * m_format.rate, .inOrder = true};
 }
 
 std::unique_ptr<EncodedPiece> UnsplitStream::encode(Piece piece, const std::atomic<bool> &cancelled) const

@@ -66,7 +66,7 @@ std::shared_ptr<const EncoderRecipe> vorbisRecipe(const VorbisSettings &settings
                 .arg(settings.maxBitRate));
     if (!settings.isManaged())
         return makeRecipe(settings.format, std::make_shared<VorbisPieces>(settings));
-    return makeBackgroundRecipe(settings.format, [settings](engines::ByteSink &sink) {
+    return makeBackgroundRecipe(settings.format, [settings](engines::ByteSink &sink, int) {
         return std::make_unique<ManagedVorbisEncoder>(settings, sink);
     });
 }

@@ -140,10 +140,10 @@ std::shared_ptr<const EncoderRecipe> wmaRecipe(const WmaSettings &settings)
     if (!tables)
         refuse(QStringLiteral("This build has no WMA encoder, since the system that it was built on has no "
                               "decoder for WMA"));
-    return makeRecipe({settings.rate, settings.channels},
-                      [tables, settings](engines::ByteSink &sink, int threads) {
-                          return std::make_unique<WmaEncoder>(*tables, settings, threads, sink);
-                      });
+    return makeBackgroundRecipe({settings.rate, settings.channels},
+                                [tables, settings](engines::ByteSink &sink, int threads) {
+                                    return std::make_unique<WmaEncoder>(*tables, settings, threads, sink);
+                                });
 }
 
 } // namespace codecs

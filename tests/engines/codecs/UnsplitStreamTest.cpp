@@ -11,7 +11,7 @@ namespace {
 
 using namespace codecs;
 
-constexpr PcmFormat Format{400, 1}; // a piece of it has 100 frames
+constexpr PcmFormat Format{10, 1}; // a piece of it has 100 frames
 
 /// Writes the low byte of each sample behind a number that it writes at the end: the frames.
 class ByteEncoder : public Encoder
@@ -43,7 +43,7 @@ private:
     std::uint8_t m_count = 0;
 };
 
-std::unique_ptr<Encoder> makeBytes(engines::ByteSink &sink)
+std::unique_ptr<Encoder> makeBytes(engines::ByteSink &sink, int)
 {
     return std::make_unique<ByteEncoder>(sink);
 }
@@ -69,7 +69,7 @@ TEST(UnsplitStreamTest, theFileIsThatOfTheEncoderAlone)
 TEST(UnsplitStreamTest, failuresOfTheEncoderItsMakingAndTheSinkReachTheCaller)
 {
     auto samples = samplesFrom(0, 1000);
-    const auto failure = [&](const MakeEncoder &make, qint64 room) {
+    const auto failure = [&](const MakeThreadedEncoder &make, qint64 room) {
         return testkit::failureOf([&] {
             testkit::MemorySink sink(room);
             const auto encoder = makeBackgroundRecipe(Format, make)->create(Format, sink);
@@ -86,7 +86,8 @@ TEST(UnsplitStreamTest, failuresOfTheEncoderItsMakingAndTheSinkReachTheCaller)
     samples[150] = -1;
     EXPECT_EQ(failure(makeBytes, 2000), 1001) << "the earlier one";
     EXPECT_EQ(
-        failure([](engines::ByteSink &) -> std::unique_ptr<Encoder> { refuse(QStringLiteral("no")); }, 0),
+        failure([](engines::ByteSink &, int) -> std::unique_ptr<Encoder> { refuse(QStringLiteral("no")); },
+                0),
         RunTimeFailure::InvalidCall);
 }
 
@@ -103,7 +104,7 @@ TEST(UnsplitStreamTest, theCallerGoesOnWhileTheEncoderWorks)
         }
     };
     testkit::MemorySink sink;
-    const auto recipe = makeBackgroundRecipe(Format, [&](engines::ByteSink &output) {
+    const auto recipe = makeBackgroundRecipe(Format, [&](engines::ByteSink &output, int) {
         worker = std::this_thread::get_id();
         return std::make_unique<Slow>(output, mayWork);
     });
