@@ -7,16 +7,21 @@
 
 namespace {
 
-rusage usage()
+rusage usage(int whose = RUSAGE_SELF)
 {
-    rusage own{};
-    getrusage(RUSAGE_SELF, &own);
-    return own;
+    rusage used{};
+    getrusage(whose, &used);
+    return used;
 }
 
 double seconds(const timeval &time)
 {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+double processorSeconds(const rusage &used)
+{
+    return seconds(used.ru_utime) + seconds(used.ru_stime);
 }
 
 constexpr int TickMilliseconds = 2;
@@ -25,8 +30,12 @@ constexpr int TickMilliseconds = 2;
 
 double processorSeconds()
 {
-    const rusage own = usage();
-    return seconds(own.ru_utime) + seconds(own.ru_stime);
+    return processorSeconds(usage());
+}
+
+double childrensProcessorSeconds()
+{
+    return processorSeconds(usage(RUSAGE_CHILDREN));
 }
 
 double peakMegabytes()

@@ -5,6 +5,8 @@
 
 /// Processor time of this process so far, all its threads, in seconds.
 double processorSeconds();
+/// The same of all children that have ended and been waited for.
+double childrensProcessorSeconds();
 /// The most memory that this process has held at once, in megabytes (10^6 bytes).
 double peakMegabytes();
 /// The machine's processor and how many of its cores this process may use.

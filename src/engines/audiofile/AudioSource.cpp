@@ -14,7 +14,7 @@ namespace {
 
 constexpr int HighestRate = 768000;
 constexpr int MostChannels = 64;
-constexpr qsizetype FramesPerRead = 4096;
+constexpr qsizetype FramesPerRead = 16384;
 constexpr int MostFaultsInARow = 10'000; // of 64 kB each in OGG files
 /// Longer than any format's block.
 constexpr int MostHeldFrames = 8192;

@@ -196,7 +196,7 @@ public:
     PiecePlan plan() const override
     {
         const qint64 frame = m_settings.rate >= 32000 ? 1152 : 576;
-        return {.warmUp = 10 * frame,
+        return {.warmUp = 6 * frame,
                 .lookAhead = (frame == 1152 ? 4 : 6) * frame,
                 .length = m_seconds * m_settings.rate / frame * frame};
     }

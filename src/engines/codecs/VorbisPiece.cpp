@@ -18,6 +18,10 @@ constexpr int FarEnd = 1 << 30;
 /// In the last of so many long blocks before its end a piece is brought back to the grid.
 constexpr int LongBlocksForReturn = 4;
 
+/// A block's packet depends on those before by their loudness, too. So much of the warm-up is analysed for
+/// it; in front of that it's only cut into blocks, which takes next to no time.
+constexpr int LoudnessUnits = 4;
+
 class PieceEncoding
 {
 public:
@@ -94,7 +98,7 @@ private:
             if (!got)
                 return;
             m_complete = !m_piece.last && centre > m_end + m_grid.jointUnits * m_grid.unit;
-            if (!m_complete)
+            if (!m_complete && centre >= m_piece.begin - LoudnessUnits * m_grid.unit)
                 analyse(centre);
         }
     }

@@ -23,7 +23,7 @@ struct VorbisGrid
     int pieceUnits = 0;
     int warmUpUnits = 16;
     int lookAheadUnits = 20;
-    int jointUnits = 8; ///< so far behind its end a piece's packets go on, for a joint to be found
+    int jointUnits = 2; ///< so far behind its end a piece's packets go on, for a joint to be found
 
     bool isOnGrid(qint64 centre, bool isLong) const
     {
