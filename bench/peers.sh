@@ -1,6 +1,7 @@
 #!/bin/bash
 # Rips one ten-minute image with Tonelift and, by turns, with the command-line tools a user would take instead, at
-# the same encoder quality; prints the best of each side's runs and the ratios, below 1 where Tonelift is better.
+# the same encoder quality: track by track, and all tracks first, then encoded two at a time. Prints the best of each
+# side's runs and the ratios, below 1 where Tonelift is better.
 # bench/peers.sh [RUNS]
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -38,11 +39,21 @@ rip_all() {
     [ "$(find . -name "*.$1" | wc -l)" = 10 ] || fail "the tools made no ten $1 files"
 }
 
-# "tools <format> <seconds> <processor seconds>", as the lines of Tonelift's benchmark.
+encode_mp3() { xargs -P 2 -I % lame --quiet -m s --cbr -b 128 -q 5 % %.mp3; }
+encode_ogg() { xargs -P 2 -I % oggenc -Q -b 128 -o %.ogg %; }
+
+rip_then_encode() {
+    rm -f ./*.wav ./*."$1"
+    rip_wav
+    find . -name '*.wav' | "encode_$1"
+    [ "$(find . -name "*.$1" | wc -l)" = 10 ] || fail "two encoders at a time made no ten $1 files"
+}
+
+# run_tools FORMAT FUNCTION SIDE: "<side> <format> <seconds> <processor seconds>", as the lines of Tonelift's benchmark.
 run_tools() {
     local times TIMEFORMAT='%R %U %S'
-    times=$(cd "$tools" && { time rip_all "$1" >&2; } 2>&1 | tail -n 1)
-    awk -v format="$1" '{ printf "tools\t%s\t%s\t%s\n", format, $1, $2 + $3 }' <<<"$times"
+    times=$(cd "$tools" && { time "$2" "$1" >&2; } 2>&1 | tail -n 1)
+    awk -v side="$3" -v format="$1" '{ printf "%s\t%s\t%s\t%s\n", side, format, $1, $2 + $3 }' <<<"$times"
 }
 
 run_tonelift() {
@@ -53,7 +64,8 @@ run_tonelift() {
 : >"$log"
 for ((run = 0; run < runs; ++run)); do
     for format in wav mp3 ogg wma; do
-        run_tools "$format" >>"$log"
+        run_tools "$format" rip_all tools >>"$log"
+        case $format in mp3 | ogg) run_tools "$format" rip_then_encode two >>"$log" ;; esac
         run_tonelift "$format" >>"$log"
     done
 done
@@ -65,13 +77,17 @@ awk -F '\t' '
     { least(wall, $1 $2, $3); least(cpu, $1 $2, $4) }
     $1 == "tonelift" { most(memory, $2, $5); most(gap, $2, $6) }
     END {
-        line = "%-6s %10s %10s %7s %10s %10s %7s %8s %8s\n"
-        printf line, "", "tools s", "tonelift s", "ratio", "tools cpu", "tonelift", "ratio", "peak MB", "gap ms"
+        line = "%-6s %10s %10s %7s %11s %7s %10s %10s %7s %8s %8s\n"
+        printf line, "", "tools s", "tonelift s", "ratio", "two at once", "ratio", "tools cpu", "tonelift", "ratio",
+            "peak MB", "gap ms"
         count = split("wav mp3 ogg wma", formats, " ")
         for (i = 1; i <= count; ++i) {
             f = formats[i]
+            two = ("two" f) in wall ? wall["two" f] : ""
             printf line, f, wall["tools" f], wall["tonelift" f],
-                sprintf("%.2f", wall["tonelift" f] / wall["tools" f]), cpu["tools" f], cpu["tonelift" f],
+                sprintf("%.2f", wall["tonelift" f] / wall["tools" f]), two,
+                two ? sprintf("%.2f", wall["tonelift" f] / two) : "",
+                cpu["tools" f], cpu["tonelift" f],
                 sprintf("%.2f", cpu["tonelift" f] / cpu["tools" f]), memory[f], gap[f]
         }
     }' "$log"
