@@ -20,7 +20,7 @@ constexpr int LongBlocksForReturn = 4;
 
 /// A block's packet depends on those before by their loudness, too. So much of the warm-up is analysed for
 /// it; in front of that it's only cut into blocks, which takes next to no time.
-constexpr int LoudnessUnits = 4;
+constexpr int LoudnessUnits = 2;
 
 class PieceEncoding
 {

@@ -2,6 +2,7 @@
 
 #include "base/RunTimeFailure.h"
 #include "engines/codecs/Mp3Encoder.h"
+#include "engines/codecs/Mp3Tag.h"
 #include "engines/codecs/Recipe.h"
 #include "testkit/Encoding.h"
 #include "testkit/Signals.h"
@@ -30,8 +31,10 @@ std::vector<Mp3Row> mp3Rows()
     Mp3Settings low;
     low.rate = 22050;
     low.channelMode = Mp3Settings::Mono;
-    low.bitRate = 32;
-    return {{"constant", constant}, {"variable", variable}, {"low", low}};
+    low.bitRate = 64;
+    Mp3Settings untagged = low;
+    untagged.bitRate = 32; // its frames are too small for the tag
+    return {{"constant", constant}, {"variable", variable}, {"low", low}, {"untagged", untagged}};
 }
 
 std::shared_ptr<const EncoderRecipe> mp3InPieces(const Mp3Settings &settings, int seconds = 2)
@@ -104,17 +107,82 @@ TEST(SegmentedMp3, theJointsSoundAsInOnePiece)
     }
 }
 
+/// CRC-16 of the tag, bit by bit.
+quint16 crc16(QByteArrayView bytes)
+{
+    unsigned crc = 0;
+    for (const char byte : bytes) {
+        crc ^= static_cast<quint8>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc >> 1) ^ ((crc & 1) ? 0xA001 : 0);
+    }
+    return static_cast<quint16>(crc);
+}
+
 TEST(SegmentedMp3, theTagTellsTheWholeStream)
 {
-    const auto sound = testkit::music(44100, 2, 35 * 44100);
-    const QByteArray file = testkit::encode(*mp3InPieces({}), {}, sound);
-    const qsizetype tag = file.indexOf("Info");
-    ASSERT_GT(tag, 0);
-    const auto number = [&](qsizetype at) { return qFromBigEndian<quint32>(file.constData() + tag + at); };
-    const quint32 frames = (35 * 44100 + 1152 + 576) / 1152 + 1;
-    EXPECT_NEAR(number(8), frames, 1);
-    EXPECT_EQ(number(12), quint32(file.size()));
-    EXPECT_NEAR(quint8(file[tag + 16 + 50]), 128, 2); // a constant rate: half the time is half the bytes
+    for (const Mp3Row &row : mp3Rows()) {
+        SCOPED_TRACE(row.name);
+        const int channels = row.settings.channelMode == Mp3Settings::Mono ? 1 : 2;
+        const PcmFormat format{row.settings.rate, channels};
+        const QByteArray file = testkit::encode(*mp3InPieces(row.settings), format,
+                                                testkit::music(format.rate, channels, 15LL * format.rate));
+        const qsizetype tag = file.indexOf(row.settings.variable ? "Xing" : "Info");
+        ASSERT_EQ(tag > 0, row.settings.bitRate > 32);
+        if (tag < 0)
+            continue;
+        const auto number = [&](qsizetype at) {
+            return qFromBigEndian<quint32>(file.constData() + tag + at);
+        };
+        const auto half = [&](qsizetype at) { return qFromBigEndian<quint16>(file.constData() + tag + at); };
+        const auto bytes = [&](qsizetype at) {
+            return reinterpret_cast<const quint8 *>(file.constData()) + at;
+        };
+        const qsizetype first = qsizetype(mp3FrameSize(bytes(0)));
+        quint32 frames = 0;
+        qsizetype middle = 0;
+        for (qsizetype at = first; at < file.size(); at += qsizetype(mp3FrameSize(bytes(at)))) {
+            ASSERT_GT(mp3FrameSize(bytes(at)), 0U);
+            if (++frames == number(8) / 2)
+                middle = at;
+        }
+        EXPECT_EQ(number(8), frames);
+        EXPECT_EQ(number(12), quint32(file.size()));
+        EXPECT_NEAR(quint8(file[tag + 16 + 50]), double(middle) * 256 / double(file.size()), 2);
+        EXPECT_EQ(number(148), quint32(file.size()));
+        EXPECT_EQ(half(152), crc16(QByteArrayView(file).sliced(first)));
+        EXPECT_EQ(half(154), crc16(QByteArrayView(file).first(tag + 154)));
+    }
+}
+
+TEST(SegmentedMp3, noFrameNeedsMoreOfThoseBeforeThanTheyHold)
+{
+    for (const Mp3Row &row : mp3Rows()) {
+        const int channels = row.settings.channelMode == Mp3Settings::Mono ? 1 : 2;
+        const PcmFormat format{row.settings.rate, channels};
+        const QByteArray file = testkit::encode(*mp3InPieces(row.settings), format,
+                                                testkit::music(format.rate, channels, 15LL * format.rate));
+        const bool mpeg1 = format.rate >= 32000;
+        const qint64 pieceFrames = mp3Pieces(row.settings, 2)->plan().length / (mpeg1 ? 1152 : 576);
+        const qint64 overhead = 4 + (mpeg1 ? (channels == 2 ? 32 : 17) : (channels == 2 ? 17 : 9));
+        qint64 held = 0;                                   // bytes of main data in the frames before
+        qint64 frame = row.settings.bitRate > 32 ? -1 : 0; // the first one is the tag's
+        bool reached = false;
+        for (qsizetype at = 0; at < file.size(); ++frame) {
+            const auto *bytes = reinterpret_cast<const quint8 *>(file.constData()) + at;
+            const int begin = mpeg1 ? bytes[4] << 1 | bytes[5] >> 7 : bytes[4];
+            if (frame == 0)
+                held = 0;
+            EXPECT_LE(begin, held) << row.name << ", frame " << frame;
+            if (frame % pieceFrames == 0 && frame < 6 * pieceFrames) {
+                EXPECT_EQ(begin, 0) << row.name << ", frame " << frame;
+            }
+            reached |= begin > 0;
+            held += qint64(mp3FrameSize(bytes)) - overhead;
+            at += qsizetype(mp3FrameSize(bytes));
+        }
+        EXPECT_TRUE(reached) << row.name;
+    }
 }
 
 /// A codec of one byte a piece, for the frame around all codecs.
@@ -143,6 +211,7 @@ public:
     PiecePlan plan() const override { return {.warmUp = 2, .lookAhead = 1, .length = 8}; }
     std::unique_ptr<EncodedPiece> encode(Piece piece, const std::atomic<bool> &cancelled) const override
     {
+        ++m_begun;
         const int now = ++m_atWork;
         int most = m_most;
         while (now > most && !m_most.compare_exchange_weak(most, now)) {
@@ -164,6 +233,7 @@ public:
 
     qint64 failing = 1000;
     qint64 blocked = -1;
+    mutable std::atomic<int> m_begun = 0;
     mutable std::atomic<int> m_atWork = 0;
     mutable std::atomic<int> m_most = 0;
 };
@@ -220,6 +290,7 @@ TEST(SegmentedEncoder, whoWaitsIsCalledAndMayEndTheWait)
     const auto samples = countUp(200);
     EXPECT_EQ(testkit::failureOf([&] { encoder.encode(samples.data(), 200); }), 1234);
     EXPECT_EQ(calls, 3);
+    EXPECT_LE(codec->m_begun, 3) << "however slow the first one, one piece more than threads is open";
 }
 
 TEST(SegmentedEncoder, destroyingItEndsTheWorkAtOnceAndAFullSinkIsTold)
