@@ -65,16 +65,23 @@ void VorbisAnalysis::feed(const qint16 *samples, int frames)
     vorbis_analysis_wrote(&dsp, frames);
 }
 
-VorbisFile::VorbisFile(VorbisAnalysis &analysis, engines::ByteSink &sink) : m_sink(sink)
+void VorbisFile::ClearStream::operator()(ogg_stream_state *stream) const
 {
-    ogg_stream_init(&m_pages, StreamSerial);
+    ogg_stream_clear(stream);
+    delete stream;
+}
+
+VorbisFile::VorbisFile(VorbisAnalysis &analysis, engines::ByteSink &sink)
+    : m_sink(sink), m_pages(new ogg_stream_state)
+{
+    ogg_stream_init(m_pages.get(), StreamSerial);
     vorbis_comment comment;
     vorbis_comment_init(&comment);
     ogg_packet headers[3];
     vorbis_analysis_headerout(&analysis.dsp, &comment, &headers[0], &headers[1], &headers[2]);
     vorbis_comment_clear(&comment);
     for (ogg_packet &header : headers) {
-        ogg_stream_packetin(&m_pages, &header);
+        ogg_stream_packetin(m_pages.get(), &header);
         ++m_number;
     }
     // Sound begins on a page of its own.
@@ -84,7 +91,7 @@ VorbisFile::VorbisFile(VorbisAnalysis &analysis, engines::ByteSink &sink) : m_si
 void VorbisFile::add(ogg_packet packet)
 {
     packet.packetno = m_number++;
-    ogg_stream_packetin(&m_pages, &packet);
+    ogg_stream_packetin(m_pages.get(), &packet);
     // The first ones get pages of their own: the place of the sound follows from the first page that isn't
     // the last, too, and a player that has but one page gets its length wrong.
     writePages(packet.packetno < 5 ? ogg_stream_flush : ogg_stream_pageout);
@@ -98,7 +105,7 @@ void VorbisFile::finish()
 void VorbisFile::writePages(int (*next)(ogg_stream_state *, ogg_page *))
 {
     ogg_page page;
-    while (next(&m_pages, &page) != 0) {
+    while (next(m_pages.get(), &page) != 0) {
         m_sink.write(page.header, static_cast<std::size_t>(page.header_len));
         m_sink.write(page.body, static_cast<std::size_t>(page.body_len));
     }

@@ -52,19 +52,21 @@ class VorbisFile
 public:
     /// Writes the headers; they depend on the settings alone.
     VorbisFile(VorbisAnalysis &analysis, engines::ByteSink &sink);
-    ~VorbisFile() { ogg_stream_clear(&m_pages); }
-    VorbisFile(const VorbisFile &) = delete;
-    VorbisFile &operator=(const VorbisFile &) = delete;
 
     /// The packet's number is given here.
     void add(ogg_packet packet);
     void finish();
 
 private:
+    struct ClearStream
+    {
+        void operator()(ogg_stream_state *stream) const;
+    };
+
     void writePages(int (*next)(ogg_stream_state *, ogg_page *));
 
     engines::ByteSink &m_sink;
-    ogg_stream_state m_pages;
+    const std::unique_ptr<ogg_stream_state, ClearStream> m_pages;
     ogg_int64_t m_number = 0;
 };
 
