@@ -11,9 +11,14 @@ namespace wma {
 
 namespace {
 
-/// Shares of the threshold in a band and of that of the whole block in the step: noise by the threshold alone
-/// would cost much signal-to-noise ratio and be heard hardly less.
-constexpr float BandShare = 0.65F;
+/// Share of a band's threshold in its step; the rest is that of the whole block's mean. Noise by the
+/// threshold alone would cost much signal-to-noise ratio and be heard hardly less.
+constexpr float BandShare = 0.85F;
+/// How far the step follows the width of a critical band: in wide ones less noise costs more bits.
+constexpr float WidthShare = 0.8F;
+constexpr float UsualWidth = 200; ///< Hz, of a critical band
+/// What a sound masks behind it, within a frame: dB for each millisecond later.
+constexpr float MaskingDecay = 1.2F;
 /// The step, in dB, whose noise has power 1.
 constexpr float UnitStep = 10.8F;
 /// Below a band's loudest coefficient; levels end at 511.
@@ -36,9 +41,24 @@ dsp::MaskingModel maskingModel(const StreamFormat &format, int size)
 {
     dsp::MaskingSettings settings;
     settings.noiseOffset = 5;
-    settings.quietOffset = 20;
+    settings.highOffset = 0;
+    settings.quietOffset = 30; // faint passages are turned up
     settings.judgesTonality = 2 * size * TonalHertz > format.rate();
     return {size, double(format.rate()), size / 2.0, settings};
+}
+
+/// The width of critical bands at each band, in dB.
+std::vector<float> widthLevels(const StreamFormat &format, const BlockLayout &layout)
+{
+    std::vector<float> levels;
+    for (int band = 0; band < layout.visibleBands(); ++band) {
+        constexpr double Around = 50; // Hz
+        const double hertz =
+            0.25 * (layout.edges[band] + layout.edges[band + 1]) * format.rate() / layout.size;
+        const double barks = dsp::bark(hertz + Around) - dsp::bark(hertz - Around);
+        levels.push_back(decibels(static_cast<float>(2 * Around / barks) / UsualWidth));
+    }
+    return levels;
 }
 
 /// Where noise can't stand in for the highest frequencies, leaving them out saves bits for what is heard
@@ -62,7 +82,8 @@ Analyser::Analyser(const StreamFormat &format, const std::vector<BlockLayout> &l
       m_halfWindow(hann(format.frameSize()))
 {
     for (const BlockLayout &layout : layouts)
-        m_kits.push_back({dsp::Mdct<float>(layout.size), maskingModel(format, layout.size)});
+        m_kits.push_back(
+            {dsp::Mdct<float>(layout.size), maskingModel(format, layout.size), widthLevels(format, layout)});
     for (int n = 0; n < Qualities; ++n)
         m_scales[n] = amplitude(-2 * (FirstQuality + QualityStep * static_cast<float>(n)));
 }
@@ -72,7 +93,7 @@ FrameAnalysis Analyser::analyse(const FrameSound &sound)
     FrameAnalysis frame;
     frame.halvingsBefore = sound.halvingsBefore;
     frame.halvingsBehind = sound.halvingsBehind;
-    std::array<Spectrum, MaxChannels> thresholds;
+    std::array<Spectrum, MaxChannels> thresholds, lasts;
     int begin = m_format.frameSize() / 2; // of the block's region
     for (std::size_t n = 0; n < sound.blocks.size(); ++n) {
         BlockAnalysis &block = frame.blocks.emplace_back();
@@ -86,7 +107,10 @@ FrameAnalysis Analyser::analyse(const FrameSound &sound)
             transform(sound.samples[c].data() + begin - layout.size / 2, block.halvings,
                       m_format.blockSize(before), m_format.blockSize(behind), channel.coefficients);
             findThresholds(sound.samples[c].data() + begin + layout.size / 2, block.halvings, thresholds[c]);
-            findSteps(layout, thresholds[c], channel);
+            if (n > 0)
+                keepMasking(lasts[c], thresholds[c]);
+            lasts[c] = thresholds[c];
+            findSteps(block.halvings, thresholds[c], channel);
             estimate(layout, channel, block.bits[0]);
         }
         if (m_format.channels() == 2) {
@@ -98,7 +122,7 @@ FrameAnalysis Analyser::analyse(const FrameSound &sound)
                 thresholds[0][k] = 1 / (1 / thresholds[0][k] + 1 / thresholds[1][k]);
             }
             for (ChannelAnalysis &channel : block.channels[1]) {
-                findSteps(layout, thresholds[0], channel);
+                findSteps(block.halvings, thresholds[0], channel);
                 estimate(layout, channel, block.bits[1]);
             }
         }
@@ -141,45 +165,60 @@ void Analyser::findThresholds(const float *centre, int halvings, Spectrum &thres
 
     const std::vector<float> &window = halvings == 0 ? m_fullWindow : m_halfWindow;
     const int wide = static_cast<int>(window.size()) / 2; // coefficients
-    auto &[transform, masking] = m_kits[halvings == 0 ? 0 : 1];
+    Kit &kit = m_kits[halvings == 0 ? 0 : 1];
     m_windowed.resize(window.size());
     std::transform(window.begin(), window.end(), centre - wide, m_windowed.begin(), std::multiplies<>());
     m_power.resize(static_cast<std::size_t>(wide));
     m_sines.resize(m_power.size());
     m_other.resize(m_power.size());
-    transform.forward(m_windowed.data(), m_power.data());
-    transform.forwardSine(m_windowed.data(), m_sines.data());
+    kit.transform.forward(m_windowed.data(), m_power.data());
+    kit.transform.forwardSine(m_windowed.data(), m_sines.data());
     constexpr float HannScale = 4.0F / 3 / 2; // a Hann window's energy is three quarters of a sine window's
     for (int k = 0; k < wide; ++k)
         m_power[k] = (m_power[k] * m_power[k] + m_sines[k] * m_sines[k]) * HannScale;
-    masking.thresholds(m_power.data(), m_other.data());
+    kit.masking.thresholds(m_power.data(), m_other.data());
     const int ratio = wide / size;
     for (int k = 0; k < size; ++k) {
         const auto first = m_other.begin() + k * ratio;
-        const float smooth = std::accumulate(first, first + ratio, 0.0F) / static_cast<float>(ratio * ratio);
-        thresholds[k] = std::min(thresholds[k], smooth);
+        const float inverse = std::accumulate(first, first + ratio, 0.0F,
+                                              [](float sum, float threshold) { return sum + 1 / threshold; });
+        thresholds[k] = std::min(thresholds[k], 1 / inverse);
     }
 }
 
-void Analyser::findSteps(const BlockLayout &layout, const Spectrum &thresholds,
-                         ChannelAnalysis &channel) const
+/// What the block before masks in this one.
+void Analyser::keepMasking(const Spectrum &before, Spectrum &thresholds) const
 {
+    const auto was = static_cast<float>(before.size()), is = static_cast<float>(thresholds.size());
+    const float milliseconds = 1000 * (was + is) / 2 / static_cast<float>(m_format.rate());
+    const float factor = amplitude(-2 * MaskingDecay * milliseconds) * is / was;
+    for (std::size_t k = 0; k < thresholds.size(); ++k)
+        thresholds[k] = std::max(thresholds[k], factor * before[k * before.size() / thresholds.size()]);
+}
+
+/// Noise is even within a band: where the threshold is lowest it counts most.
+void Analyser::findSteps(int halvings, const Spectrum &thresholds, ChannelAnalysis &channel) const
+{
+    const BlockLayout &layout = m_layouts[halvings];
     channel.steps.clear();
     channel.leastSteps.clear();
     float sum = 0;
     for (int band = 0; band < layout.visibleBands(); ++band) {
         float bandSum = 0, peak = 1e-9F;
         for (int k = layout.edges[band]; k < layout.edges[band + 1]; ++k) {
-            bandSum += decibels(thresholds[k]);
+            bandSum += 1 / thresholds[k];
             peak = std::max(peak, std::abs(channel.coefficients[k]));
         }
-        sum += bandSum;
-        channel.steps.push_back(bandSum / static_cast<float>(layout.edges[band + 1] - layout.edges[band]));
+        const auto width = static_cast<float>(layout.edges[band + 1] - layout.edges[band]);
+        channel.steps.push_back(-decibels(bandSum / width));
+        sum += width * channel.steps.back();
         channel.leastSteps.push_back(2 * decibels(peak) - LevelRange);
     }
     const float mean = sum / static_cast<float>(layout.codedEnd);
-    for (float &step : channel.steps)
-        step = BandShare * step + (1 - BandShare) * mean + UnitStep;
+    const std::vector<float> &widths = m_kits[halvings].widthLevels;
+    for (std::size_t band = 0; band < channel.steps.size(); ++band)
+        channel.steps[band] =
+            BandShare * channel.steps[band] + (1 - BandShare) * mean + UnitStep + WidthShare * widths[band];
 }
 
 /// Adds to `bits`. Four coefficients share a logarithm.

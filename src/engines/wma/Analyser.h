@@ -33,11 +33,13 @@ private:
     {
         dsp::Mdct<float> transform;
         dsp::MaskingModel masking;
+        std::vector<float> widthLevels; ///< of critical bands, at each band
     };
 
     void transform(const float *samples, int halvings, int leftSlope, int rightSlope, Spectrum &coefficients);
     void findThresholds(const float *centre, int halvings, Spectrum &thresholds);
-    void findSteps(const BlockLayout &layout, const Spectrum &thresholds, ChannelAnalysis &channel) const;
+    void keepMasking(const Spectrum &before, Spectrum &thresholds) const;
+    void findSteps(int halvings, const Spectrum &thresholds, ChannelAnalysis &channel) const;
     void estimate(const BlockLayout &layout, const ChannelAnalysis &channel, BitEstimates &bits) const;
 
     const StreamFormat m_format;

@@ -8,8 +8,8 @@
 
 namespace wma {
 
-/// Chooses how frames divide into blocks: where a sound sets in suddenly they are small, so that noise
-/// doesn't come before it.
+/// Chooses how frames divide into blocks: where a sound sets in or ends suddenly they are small, so that
+/// noise comes neither before it nor behind it.
 class BlockPlan
 {
 public:
@@ -21,10 +21,19 @@ public:
     std::vector<int> push(const std::array<const float *, MaxChannels> &samples);
 
 private:
-    void divide(int begin, int length, int halvings, std::vector<int> &blocks) const;
+    struct Channel
+    {
+        dsp::AttackDetector attacks;
+        std::vector<float> sharp; ///< the last two frames' high frequencies
+        std::array<float, 2> last{};
+    };
+
+    void sharpen(const float *samples, Channel &channel) const;
+    void divide(const std::vector<float> &changes, int begin, int length, int halvings,
+                std::vector<int> &blocks) const;
 
     const StreamFormat m_format;
-    std::vector<dsp::AttackDetector> m_detectors; ///< of the channels
+    std::vector<Channel> m_channels;
     std::vector<float> m_attacks; ///< of the last two frames' segments, the channels' larger ones
 };
 

@@ -28,15 +28,15 @@ std::array<std::int8_t, MaxBands> planExponents(std::span<const WantedExponent> 
     if (count == 0)
         return exponents;
 
-    // Targets relative to the first live band's; dead bands don't mind larger ones.
-    std::array<float, MaxBands> targets;
+    // Targets relative to the first live band's; dead bands don't mind larger ones, up to a limit.
+    std::array<float, MaxBands> targets, coarsest;
     float lowest = 0, highest = 0;
     for (std::size_t n = 0; n < count; ++n) {
         targets[n] = (first[n].step - first->step) / ExponentLevel;
-        if (isLive(first[n])) {
-            lowest = std::min(lowest, targets[n]);
+        coarsest[n] = isLive(first[n]) ? targets[n] : (first[n].coarsest - first->step) / ExponentLevel;
+        lowest = std::min(lowest, coarsest[n]);
+        if (isLive(first[n]))
             highest = std::max(highest, targets[n]);
-        }
     }
     const int from = std::max(static_cast<int>(std::floor(lowest)), LowestExponent - StartExponent);
     const int to = std::min(static_cast<int>(std::ceil(highest)), HighestExponent - StartExponent);
@@ -60,11 +60,12 @@ std::array<std::int8_t, MaxBands> planExponents(std::span<const WantedExponent> 
                 cost[state] = std::min(cost[state], costs[n - 1][state - step] + bits);
         }
         for (int state = 0; state < states; ++state) {
-            const float error = (static_cast<float>(from + state) - targets[n]) * ExponentLevel;
-            if (isLive(first[n]))
-                cost[state] += ErrorCost * (static_cast<float>(first[n].live) + LiveBias) * error * error;
-            else
-                cost[state] += ErrorCost * std::min(error, 0.0F) * std::min(error, 0.0F);
+            const auto exponent = static_cast<float>(from + state);
+            const float finer = ExponentLevel * std::min(exponent - targets[n], 0.0F);
+            const float coarser = ExponentLevel * std::max(exponent - coarsest[n], 0.0F);
+            const float weight = static_cast<float>(first[n].live) + LiveBias;
+            cost[state] += ErrorCost * weight * coarser * coarser;
+            cost[state] += ErrorCost * (isLive(first[n]) ? weight : 1) * finer * finer;
         }
     }
 

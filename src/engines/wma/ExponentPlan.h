@@ -9,8 +9,9 @@ namespace wma {
 /// A band's wish.
 struct WantedExponent
 {
-    float step; ///< dB
-    int live;   ///< coefficients that this step doesn't make zero
+    float step;     ///< dB
+    float coarsest; ///< dB, where all coefficients are zero
+    int live;       ///< coefficients that this step doesn't make zero
 };
 
 /// Chooses the exponents of a channel so that their steps come near the wanted ones for few bits. What counts

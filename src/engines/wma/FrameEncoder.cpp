@@ -16,8 +16,18 @@ constexpr float ExponentLevel = 1.25F; ///< dB
 constexpr float Rounding = 0.40F;
 constexpr float SmallestLive = 0.64F;
 /// A high band with a smaller share of live coefficients becomes noise, a little fainter than the sound.
+constexpr float FaintNoise = -12; ///< dB, to the step: what is still fainter isn't worth being coded
 constexpr float NoiseShare = 0.12F;
-constexpr float NoiseLevel = -3; ///< dB
+constexpr float QuietZeros = 15;
+constexpr float NoiseLevel = -3;
+
+/// How much coarser a band without levels may be. Streams with noise have it on zeros, too, as a share of the
+/// step.
+constexpr float AnyStep = 1000;
+
+/// Of the noise that such streams have on zeros, to the step.
+constexpr float ZeroNoise = -34;    ///< dB
+constexpr float EasyNoiseFall = 12; ///< dB from band to band
 
 int largestExponent(const BlockLayout &layout, const ChannelFields &fields)
 {
@@ -82,9 +92,10 @@ BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quali
         if (channel.fields.coded) {
             const float missing = static_cast<float>(block.gain) - channel.gain;
             if (const auto by = static_cast<int>(std::lround(missing / ExponentLevel)); by > 0)
-                raiseLargestExponent(layout, by, channel);
+                raiseLargestExponent(layout, by, static_cast<float>(block.gain), channel);
+            slopeNoiseExponents(layout, channel);
             quantise(layout, block.gain, channel);
-            setNoiseLevels(layout, channel);
+            setNoiseLevels(layout, block.gain, channel);
         }
         block.channels[c] = std::move(channel.fields);
     }
@@ -96,7 +107,7 @@ void FrameEncoder::chooseSteps(const BlockLayout &layout, float quality, Channel
     const ChannelAnalysis &analysis = *channel.analysis;
     for (int band = 0; band < layout.visibleBands(); ++band) {
         const float step = std::max(analysis.steps[band] + quality, analysis.leastSteps[band]);
-        channel.wanted[band] = {step, 0};
+        channel.wanted[band] = {step, step + (m_format.hasNoise() ? QuietZeros : AnyStep), 0};
         if (band >= layout.firstNoiseBand)
             chooseNoise(layout, band, channel);
         const bool isNoise =
@@ -116,13 +127,15 @@ void FrameEncoder::chooseNoise(const BlockLayout &layout, int band, Channel &cha
 {
     const std::vector<float> &coefficients = channel.analysis->coefficients;
     const int begin = std::max(layout.edges[band], layout.noiseBegin), end = layout.edges[band + 1];
-    const float step = amplitude(channel.wanted[band].step);
+    const float step = channel.wanted[band].step;
+    const float least = SmallestLive * amplitude(step);
     const auto live = std::count_if(coefficients.begin() + begin, coefficients.begin() + end,
-                                    [least = SmallestLive * step](float y) { return std::abs(y) >= least; });
-    constexpr float Faintest = 0.1F; // of the step
-    channel.fields.isNoise[band - layout.firstNoiseBand] =
-        static_cast<float>(live) < NoiseShare * static_cast<float>(end - begin) &&
-        meanPower(coefficients, begin, end) > Faintest * Faintest * step * step;
+                                    [least](float y) { return std::abs(y) >= least; });
+    const float level = decibels(meanPower(coefficients, begin, end) + 1e-9F);
+    const int noiseBand = band - layout.firstNoiseBand;
+    channel.noise[noiseBand] = std::max(level + NoiseLevel, float(LowestNoiseLevel));
+    channel.fields.isNoise[noiseBand] =
+        static_cast<float>(live) < NoiseShare * static_cast<float>(end - begin) && level > step + FaintNoise;
 }
 
 void FrameEncoder::chooseExponents(const BlockLayout &layout, Channel &channel) const
@@ -146,25 +159,49 @@ void FrameEncoder::chooseExponents(const BlockLayout &layout, Channel &channel) 
 
 /// The gain belongs to the largest exponent of either channel: the finer one gets a large exponent where it
 /// has nothing to code. If there is no such place all its steps grow.
-void FrameEncoder::raiseLargestExponent(const BlockLayout &layout, int by, Channel &channel) const
+void FrameEncoder::raiseLargestExponent(const BlockLayout &layout, int by, float gain, Channel &channel) const
 {
     ChannelFields &fields = channel.fields;
     const int raised = std::min(largestExponent(layout, fields) + by, HighestExponent);
     const auto raise = [&](int band) {
         fields.exponents[band] = static_cast<std::int8_t>(
-            std::min(raised, band > 0 ? fields.exponents[band - 1] + LargestExponentStep : HighestExponent));
+            std::min(raised, fields.exponents[std::max(band - 1, 0)] + LargestExponentStep));
     };
-    const int top = layout.visibleBands() - 1;
-    if (layout.bands > layout.visibleBands()) {
-        raise(layout.bands - 1);
-    } else if (channel.wanted[top].live == 0) {
-        // Levels of noise depend on the differences of its bands' exponents.
-        int first = top;
-        while (first > layout.firstNoiseBand && channel.wanted[first - 1].live == 0)
-            --first;
-        for (int band = first; band <= top; ++band)
-            raise(band);
+    const int noise = firstPureNoise(layout, channel);
+    if (layout.bands > layout.visibleBands())
+        return raise(layout.bands - 1);
+    if (noise < layout.visibleBands())
+        return raise(noise);
+    for (int band = layout.visibleBands() - 1; band > 0; --band)
+        if (channel.wanted[band].live == 0 && channel.wanted[band].coarsest >= gain &&
+            (band < layout.firstNoiseBand || !fields.isNoise[band - layout.firstNoiseBand]))
+            return raise(band);
+}
+
+/// Where the bands at the top begin that are nothing but noise.
+int FrameEncoder::firstPureNoise(const BlockLayout &layout, const Channel &channel) const
+{
+    int first = layout.visibleBands();
+    while (first > layout.firstNoiseBand && channel.fields.isNoise[first - 1 - layout.firstNoiseBand] &&
+           channel.wanted[first - 1].live == 0)
+        --first;
+    return first;
+}
+
+/// Levels of noise depend on twice the differences of its bands' exponents, and the code has no large steps.
+void FrameEncoder::slopeNoiseExponents(const BlockLayout &layout, Channel &channel) const
+{
+    for (int band = firstPureNoise(layout, channel) + 1; band < layout.visibleBands(); ++band) {
+        const int noiseBand = band - layout.firstNoiseBand;
+        const float fall = channel.noise[noiseBand - 1] - channel.noise[noiseBand] - EasyNoiseFall;
+        const auto steps = static_cast<int>(std::lround(std::max(fall, 0.0F) / (2 * ExponentLevel)));
+        channel.fields.exponents[band] =
+            static_cast<std::int8_t>(std::max(channel.fields.exponents[band - 1] - steps, LowestExponent));
     }
+    // Behind them comes one that may have been raised.
+    for (int band = layout.visibleBands(); band < layout.bands; ++band)
+        channel.fields.exponents[band] = static_cast<std::int8_t>(std::min<int>(
+            channel.fields.exponents[band], channel.fields.exponents[band - 1] + LargestExponentStep));
 }
 
 void FrameEncoder::quantise(const BlockLayout &layout, int gain, Channel &channel) const
@@ -195,30 +232,33 @@ void FrameEncoder::quantise(const BlockLayout &layout, int gain, Channel &channe
     fields.coded = coded;
 }
 
-void FrameEncoder::setNoiseLevels(const BlockLayout &layout, Channel &channel) const
+/// A band whose low level the code can't reach from the one before may stay empty, if that is quieter.
+void FrameEncoder::setNoiseLevels(const BlockLayout &layout, int gain, Channel &channel) const
 {
     ChannelFields &fields = channel.fields;
     const auto exponentOf = [&](int noiseBand) {
         return fields.exponents[layout.firstNoiseBand + noiseBand];
     };
-    int last = -1;
-    for (int band = 0; band < layout.noiseBands(); ++band)
-        if (fields.isNoise[band])
-            last = band;
-    if (last < 0)
+    const auto last = std::find(fields.isNoise.rbegin(), fields.isNoise.rend(), true);
+    if (last == fields.isNoise.rend())
         return;
-    const int exponents = exponentOf(last) + largestExponent(layout, fields);
+    const int largest = largestExponent(layout, fields);
+    const int lastExponent = exponentOf(static_cast<int>(fields.isNoise.rend() - last) - 1);
     int lowest = LowestNoiseLevel, highest = HighestNoiseLevel;
     for (int band = 0; band < layout.noiseBands(); ++band) {
         if (!fields.isNoise[band])
             continue;
-        const int visible = layout.firstNoiseBand + band;
-        const float power =
-            meanPower(channel.analysis->coefficients, std::max(layout.edges[visible], layout.noiseBegin),
-                      layout.edges[visible + 1]);
-        const float level = decibels(power) + NoiseLevel +
-                            ExponentLevel * static_cast<float>(exponents - 2 * exponentOf(band));
-        const int written = std::clamp(static_cast<int>(std::lround(level)), lowest, highest);
+        const float level = channel.noise[band] +
+                            ExponentLevel * static_cast<float>(lastExponent + largest - 2 * exponentOf(band));
+        const auto wanted = static_cast<int>(std::lround(level));
+        const float step =
+            static_cast<float>(gain) + ExponentLevel * static_cast<float>(exponentOf(band) - largest);
+        const float excess = static_cast<float>(lowest - wanted);
+        if (excess > 0 && channel.noise[band] + excess > step + ZeroNoise) {
+            fields.isNoise[band] = false;
+            return setNoiseLevels(layout, gain, channel); // another band may be the last one now
+        }
+        const int written = std::clamp(wanted, lowest, highest);
         fields.noiseLevels[band] = static_cast<std::int8_t>(written);
         lowest = std::max(LowestNoiseLevel, written - LargestNoiseStep);
         highest = std::min(HighestNoiseLevel, written + LargestNoiseStep);

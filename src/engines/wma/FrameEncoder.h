@@ -23,16 +23,19 @@ private:
         const ChannelAnalysis *analysis;
         ChannelFields fields;
         std::array<WantedExponent, MaxBands> wanted;
-        float gain = 0; ///< wanted, dB
+        std::array<float, MaxBands> noise; ///< level of each noise band, dB
+        float gain = 0;                    ///< wanted, dB
     };
 
     BlockFields encodeBlock(const BlockAnalysis &analysis, float quality) const;
     void chooseSteps(const BlockLayout &layout, float quality, Channel &channel) const;
     void chooseNoise(const BlockLayout &layout, int band, Channel &channel) const;
     void chooseExponents(const BlockLayout &layout, Channel &channel) const;
-    void raiseLargestExponent(const BlockLayout &layout, int by, Channel &channel) const;
+    void raiseLargestExponent(const BlockLayout &layout, int by, float gain, Channel &channel) const;
     void quantise(const BlockLayout &layout, int gain, Channel &channel) const;
-    void setNoiseLevels(const BlockLayout &layout, Channel &channel) const;
+    int firstPureNoise(const BlockLayout &layout, const Channel &channel) const;
+    void slopeNoiseExponents(const BlockLayout &layout, Channel &channel) const;
+    void setNoiseLevels(const BlockLayout &layout, int gain, Channel &channel) const;
 
     const StreamFormat &m_format;
     const std::vector<BlockLayout> &m_layouts;
