@@ -106,7 +106,7 @@ Stereo plucks(double seconds)
         for (double &value : line)
             value = random.uniform();
         std::size_t place = 0;
-        const double pan = (n % 5) / 4.0;
+        const double pan = 0.1 + 0.2 * (n % 5);
         out.add(n * 0.17, 1.2, pan, [&](double) {
             const std::size_t next = (place + 1) % line.size();
             const double value = line[place];
@@ -211,7 +211,7 @@ Stereo clicks(double seconds)
     Stereo out(seconds);
     Noise random(5);
     for (int n = 0; n * 0.31 < seconds; ++n)
-        out.add(n * 0.31, 0.02, (n % 3) / 2.0, [&](double t) {
+        out.add(n * 0.31, 0.02, 0.1 + 0.4 * (n % 3), [&](double t) {
             return std::exp(-700 * t) * (n % 2 ? random.uniform() : std::sin(Tau * 2500 * t));
         });
     return out;

@@ -49,6 +49,8 @@ MaskingModel::MaskingModel(int coefficients, double rate, double unitPower, cons
         const double thirds = std::max(1.0, BandsPerBark * (bark(end * width) - bark(begin * width)));
         band.quiet = factor(-settings.quietOffset) * hearingThreshold((begin + end) / 2.0 * width) * thirds *
                      unitPower * coefficients / (end - begin);
+        if (settings.quietVariance)
+            band.quiet = *settings.quietVariance * unitPower;
         band.decayUp = factor(-settings.spreadUp * (middle - lastBark));
         band.decayDown = factor(-settings.spreadDown * (middle - lastBark));
         lastBark = middle;

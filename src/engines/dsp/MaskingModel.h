@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 namespace dsp {
@@ -7,12 +8,14 @@ namespace dsp {
 /// How the model hears; levels in dB.
 struct MaskingSettings
 {
-    double noiseOffset = 4;     ///< how far below noise the threshold lies
-    double toneOffset = 12;     ///< how much further below a pure tone
-    double highOffset = 0.2;    ///< how much further for each Bark above 12
-    double spreadUp = 15;       ///< decay per Bark towards high frequencies
-    double spreadDown = 27;     ///< decay per Bark towards low ones
-    double quietOffset = 0;     ///< how far below the threshold of hearing noise has to be in silence
+    double noiseOffset = 4;  ///< how far below noise the threshold lies
+    double toneOffset = 12;  ///< how much further below a pure tone
+    double highOffset = 0.2; ///< how much further for each Bark above 12
+    double spreadUp = 15;    ///< decay per Bark towards high frequencies
+    double spreadDown = 27;  ///< decay per Bark towards low ones
+    double quietOffset = 0;  ///< how far below the threshold of hearing noise has to be in silence
+    /// In place of the threshold of hearing: noise of this variance isn't heard in silence.
+    std::optional<double> quietVariance{};
     bool judgesTonality = true; ///< off: everything counts as half a tone, where blocks are too short to tell
 };
 

@@ -8,8 +8,6 @@ namespace vqf {
 
 namespace {
 
-/// Too loud a band costs a little less than too quiet a one.
-constexpr float OvershootCost = 0.8F;
 constexpr float FaintestLevel = 1e-9F;
 
 /// The index whose value is the nearest in logarithm; `value` rises with the index.
@@ -80,10 +78,7 @@ void EnvelopeCoder::fitBlock(BlockType type, const std::array<EnvelopeTarget::Ba
                     const float ratio = ratios[band][entry] + logGain;
                     const float level = values[band][entry] * gain;
                     const float off = level - target.level;
-                    const float noise = level * level - target.level * target.level;
-                    costs[entry] += target.ratioCost * ratio * ratio * (ratio > 0 ? OvershootCost : 1.0F) +
-                                    target.errorCost * off * off +
-                                    target.noiseCost * (noise > 0 ? noise : 0.0F);
+                    costs[entry] += target.ratioCost * ratio * ratio + target.errorCost * off * off;
                 }
             }
             const auto best = std::min_element(costs.begin(), costs.end());

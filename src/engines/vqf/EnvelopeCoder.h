@@ -14,7 +14,6 @@ struct EnvelopeTarget
         float level = 0;     ///< of the codebook entries' factor, gain times envelope
         float ratioCost = 0; ///< of the squared logarithm of the ratio to that level
         float errorCost = 0; ///< of the squared distance to that level
-        float noiseCost = 0; ///< of the square by which it is louder
     };
     std::array<std::array<Band, MaxBands>, MaxBlocks> bands;
 };

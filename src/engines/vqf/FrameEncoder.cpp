@@ -3,19 +3,17 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <tuple>
 
 namespace vqf {
 
 namespace {
 
-/// Noise of variance 1 has this power in every coefficient, whatever the block size.
-constexpr double UnitPower = 2;
-/// Of the inverse threshold in the weight of an error. Errors weighted by the threshold alone would cost much
-/// signal-to-noise ratio and leave hardly less audible noise: few bits do too much for faint parts.
-constexpr float ThresholdExponent = 0.68F;
-/// Of noise that an envelope makes above the signal's level, in units of the threshold.
-constexpr float ExcessNoiseCost = 0.002F;
+/// The bits per coefficient that the search is worth where they are spent well, by experiment.
+constexpr float EffectiveBits = 0.7F;
+/// How much of the power is kept where no bits are left.
+constexpr float LeastPower = 0.05F;
 /// How often gains and envelopes are made to suit the entries found, and the entries searched again.
 constexpr int RefinementRounds = 2;
 /// A faint error counts, too, where all is silent.
@@ -28,11 +26,11 @@ float square(float x)
     return x * x;
 }
 
-dsp::MaskingModel maskingModel(BlockType type)
+/// What missing the level of some coefficients costs, from their weighted power and number. Nearer to the
+/// power itself faint parts would become noisy, further from it strong tones would get lost.
+float ratioCost(float audible, float width)
 {
-    dsp::MaskingSettings settings;
-    settings.judgesTonality = type != Short;
-    return {Layouts[type].blockSize, SampleRate, UnitPower, settings};
+    return std::pow(audible + FaintPower, 0.37F) * std::pow(width, 0.13F);
 }
 
 } // namespace
@@ -46,8 +44,7 @@ FrameEncoder::FrameEncoder(const Tables &tables, dsp::Workers &workers)
               SearchBooks(tables.main[Long], Layouts[Long].vectorLength)},
       m_peakBooks(tables.peaks),
       m_edges{bandEdges(tables, Short), bandEdges(tables, Medium), bandEdges(tables, Long)},
-      m_masking{maskingModel(Short), maskingModel(Medium), maskingModel(Long)},
-      m_lspCoder(tables),
+      m_filterSearch(tables),
       m_envelopeCoder(tables)
 {
     for (int period = 0; period < PeakPeriods; ++period)
@@ -60,7 +57,8 @@ Frame FrameEncoder::encode(int window, const std::array<const float *, Channels>
     frame.window = window;
     const BlockType type = frame.type();
     analyse(WindowShapes[window], samples);
-    weigh(type);
+    m_weights.analyse(WindowShapes[window], samples, m_workers);
+    spendBits();
     m_workers.run(Channels, [&](int c) { fitFilter(type, c, frame.channel[c]); });
     if (type == Long && choosePeaks(frame)) {
         fitPeaks(frame);
@@ -84,42 +82,92 @@ void FrameEncoder::analyse(const WindowShape &shape, const std::array<const floa
         for (int k = 0; k < FrameSize; ++k)
             channel.power[k] = (square(channel.wanted[k]) + square(channel.sines[k])) / 2;
         channel.peaks.fill(0);
+        channel.error.fill(0);
     });
 }
 
-/// Noise of the mid and of the side goes to left and right alike; what either of them masks counts.
-void FrameEncoder::weigh(BlockType type)
+/// Finds the errors that the frame's bits leave where they are spent as the weights ask for: all
+/// coefficients' weighted errors are the same, but for those that are smaller anyway and get no bits.
+void FrameEncoder::spendBits()
 {
-    const auto &[mid, side] = m_channels;
-    std::array<Spectrum, Channels> thresholds;
-    m_workers.run(Channels, [&](int c) {
-        const float sign = c == 0 ? 1 : -1;
-        Spectrum power;
+    std::array<Spectrum, Channels> wants; // bits, less what the common level of errors saves
+    for (int c = 0; c < Channels; ++c)
         for (int k = 0; k < FrameSize; ++k)
-            power[k] = (square(mid.wanted[k] + sign * side.wanted[k]) +
-                        square(mid.sines[k] + sign * side.sines[k])) /
-                       2;
-        for (int k = 0; k < FrameSize; k += Layouts[type].blockSize)
-            m_masking[type].thresholds(power.data() + k, thresholds[c].data() + k);
-    });
-    for (int k = 0; k < FrameSize; ++k) {
-        m_threshold[k] = 1 / (1 / thresholds[0][k] + 1 / thresholds[1][k]);
-        m_weight[k] = std::pow(m_threshold[k], -ThresholdExponent);
+            wants[c][k] = std::log2(m_weights.weight()[k] * m_channels[c].power[k] + FaintPower) / 2;
+    float low = -20, high = 30;
+    for (int step = 0; step < 16; ++step) {
+        const float middle = (low + high) / 2;
+        float bits = 0;
+        for (const Spectrum &of : wants)
+            for (const float want : of)
+                bits += std::max(want - middle, 0.0F);
+        (bits > EffectiveBits * Channels * FrameSize ? low : high) = middle;
     }
+    for (int k = 0; k < FrameSize; ++k)
+        m_left[k] = std::exp2(2 * high) / m_weights.weight()[k];
+}
+
+/// The power that codebook entries should have in place of a coefficient: without the part that the bits
+/// leave. Louder ones would be noise.
+float FrameEncoder::kept(const Channel &channel, int k) const
+{
+    const float power = (square(channel.wanted[k] - channel.peaks[k]) + channel.power[k]) / 2;
+    return std::max(power - m_left[k], LeastPower * power);
+}
+
+/// The level and the cost at points a few of which lie in each band, means over the blocks.
+FilterTarget FrameEncoder::filterTarget(BlockType type, const Channel &channel) const
+{
+    const TypeLayout &layout = Layouts[type];
+    std::vector<int> edges{0};
+    for (int band = 0; band < layout.bands; ++band) {
+        const int begin = m_edges[type][band], width = m_edges[type][band + 1] - begin;
+        constexpr int PointsOfBlock = 32;
+        const int parts = std::max(width * PointsOfBlock / layout.blockSize, std::min(2, width));
+        for (int n = 1; n <= parts; ++n)
+            edges.push_back(begin + width * n / parts);
+    }
+    FilterTarget target;
+    for (std::size_t n = 0; n + 1 < edges.size(); ++n)
+        target.push_back({std::numbers::pi * (edges[n] + edges[n + 1]) / 2 / layout.blockSize, 0, 0});
+    for (int block = 0; block < layout.blocks; ++block) {
+        FilterTarget levels = target;
+        float mean = 0, costs = 1e-20F;
+        for (std::size_t n = 0; n < levels.size(); ++n) {
+            float energy = FaintPower, audible = 0;
+            for (int k = block * layout.blockSize + edges[n]; k < block * layout.blockSize + edges[n + 1];
+                 ++k) {
+                energy += kept(channel, k);
+                audible += channel.power[k] * m_weights.weight()[k];
+            }
+            const auto width = static_cast<float>(edges[n + 1] - edges[n]);
+            levels[n].logLevel = std::log(energy / width) / 2;
+            levels[n].cost = ratioCost(audible, width);
+            mean += levels[n].logLevel * levels[n].cost;
+            costs += levels[n].cost;
+        }
+        for (std::size_t n = 0; n < levels.size(); ++n) {
+            target[n].logLevel += (levels[n].logLevel - mean / costs) * levels[n].cost;
+            target[n].cost += levels[n].cost;
+        }
+    }
+    for (FilterTarget::value_type &point : target)
+        point.logLevel /= std::max(point.cost, 1e-20F);
+    return target;
 }
 
 /// The filter whose rest the envelope can follow best.
 void FrameEncoder::fitFilter(BlockType type, int channelNumber, ChannelFields &fields)
 {
     Channel &channel = m_channels[channelNumber];
+    std::vector<Lsp> starts;
+    for (const float exponent : FilterExponents)
+        if (const std::optional<Lsp> lsp = m_lspAnalysis.analyse(type, channel.power.data(), exponent))
+            starts.push_back(*lsp);
     double bestCost = std::numeric_limits<double>::max();
     ChannelFields best = fields;
-    for (const float exponent : FilterExponents) {
-        const std::optional<Lsp> lsp = m_lspCoder.analyse(type, channel.power.data(), exponent);
-        if (!lsp)
-            continue;
-        ChannelFields trial = fields;
-        m_lspCoder.quantize(*lsp, channel.history.lsp, trial);
+    for (ChannelFields &trial :
+         m_filterSearch.best(filterTarget(type, channel), starts, channel.history.lsp, fields)) {
         setFilter(type, channel, trial);
         const double cost =
             m_envelopeCoder.fit(type, envelopeTarget(type, channel), channel.history, m_seen[type], trial)
@@ -152,19 +200,15 @@ EnvelopeTarget FrameEncoder::envelopeTarget(BlockType type, const Channel &chann
     for (int block = 0; block < layout.blocks; ++block) {
         const int start = block * layout.blockSize;
         for (int band = 0; band < layout.bands; ++band) {
-            float energy = 0, audible = 0, noise = 0;
+            float energy = 0, audible = 0;
             for (int k = start + m_edges[type][band]; k < start + m_edges[type][band + 1]; ++k) {
-                const float rest = square(channel.wanted[k] - channel.peaks[k]);
-                energy += (rest + channel.power[k]) / 2 / square(channel.curve[k]);
-                audible += channel.power[k] / m_threshold[k];
-                noise += square(channel.curve[k]) / m_threshold[k];
+                energy += kept(channel, k) / square(channel.curve[k]);
+                audible += channel.power[k] * m_weights.weight()[k];
             }
             const auto width = static_cast<float>(m_edges[type][band + 1] - m_edges[type][band]);
-            const float rms = m_books[type].rms;
             EnvelopeTarget::Band &of = target.bands[block][band];
-            of.level = std::sqrt(energy / width) / rms;
-            of.ratioCost = std::sqrt(width) * std::pow(audible / width + FaintPower, 0.3F);
-            of.noiseCost = ExcessNoiseCost * noise * square(rms);
+            of.level = std::sqrt(energy / width) / m_books[type].rms;
+            of.ratioCost = ratioCost(audible, width);
         }
     }
     return target;
@@ -197,8 +241,8 @@ bool FrameEncoder::choosePeaks(Frame &frame)
         const Channel &channel = m_channels[c];
         Spectrum outstanding;
         for (int k = 0; k < FrameSize; ++k)
-            outstanding[k] = m_weight[k] * (square(channel.wanted[k]) -
-                                            1.5F * square(channel.level[k] * m_books[Long].rms));
+            outstanding[k] = m_weights.weight()[k] * (square(channel.wanted[k]) -
+                                                      1.5F * square(channel.level[k] * m_books[Long].rms));
         float best = 0;
         for (int period = 0; period < PeakPeriods; ++period) {
             float sum = 0;
@@ -238,7 +282,7 @@ void FrameEncoder::fitPeaks(Frame &frame)
         for (int n = 0; n < PeakValues; ++n) {
             const int k = m_peakPositions[fields.period][n];
             peaks[c].target[n] = channel.wanted[k] / channel.curve[k];
-            peaks[c].weight[n] = m_weight[k] * square(channel.curve[k]);
+            peaks[c].weight[n] = m_weights.weight()[k] * square(channel.curve[k]);
             power += peaks[c].weight[n] * square(peaks[c].target[n]);
             weights += peaks[c].weight[n];
         }
@@ -282,7 +326,9 @@ void FrameEncoder::fitPeaks(Frame &frame)
     }
 }
 
-/// The codebook entries of all vectors for the levels as they are.
+/// The codebook entries of all vectors for the levels as they are. Every other coefficient of mid and side is
+/// settled first, the rest so that its errors and those of its counterparts cancel on the side that hides
+/// less.
 void FrameEncoder::search(Frame &frame)
 {
     const BlockType type = frame.type();
@@ -290,33 +336,48 @@ void FrameEncoder::search(Frame &frame)
     const SearchBooks &books = m_books[type];
     const int vectors = Layouts[type].vectors;
     constexpr int Parts = 8;
-    m_workers.run(Parts, [&](int part) {
-        for (int vector = vectors * part / Parts; vector < vectors * (part + 1) / Parts; ++vector) {
-            SearchVector search{places.length(vector), {}, {}};
-            for (int n = 0; n < search.length; ++n) {
-                const VectorLayout::Place &place = places.place(vector, n);
-                const Channel &channel = m_channels[place.channel];
-                const int k = place.offset;
-                search.target[n] = (channel.wanted[k] - channel.peaks[k]) / channel.level[k];
-                search.weight[n] = m_weight[k] * square(channel.level[k]);
+    for (int half = 0; half < 2; ++half) {
+        m_workers.run(Parts, [&](int part) {
+            for (int vector = vectors * part / Parts; vector < vectors * (part + 1) / Parts; ++vector) {
+                if (vector / Layouts[type].blocks % 2 != half)
+                    continue;
+                SearchVector search{places.length(vector), {}, {}};
+                for (int n = 0; n < search.length; ++n) {
+                    const VectorLayout::Place &place = places.place(vector, n);
+                    const Channel &channel = m_channels[place.channel];
+                    const int k = place.offset;
+                    const float hidden = m_weights.balance()[k] * m_channels[1 - place.channel].error[k];
+                    search.target[n] = (channel.wanted[k] - channel.peaks[k] + hidden) / channel.level[k];
+                    search.weight[n] = m_weights.weight()[k] * square(channel.level[k]);
+                }
+                const PairIndex pair = bestPair(books, search, vector < Layouts[type].signedVectors);
+                frame.main[vector] = pair;
+                for (int n = 0; n < search.length; ++n) {
+                    const VectorLayout::Place &place = places.place(vector, n);
+                    m_channels[place.channel].coded[place.offset] = pairValue(books, pair, n);
+                }
             }
-            const PairIndex pair = bestPair(books, search, vector < Layouts[type].signedVectors);
-            frame.main[vector] = pair;
-            for (int n = 0; n < search.length; ++n) {
+        });
+        for (int vector = 0; vector < vectors; ++vector) {
+            if (vector / Layouts[type].blocks % 2 != half)
+                continue;
+            for (int n = 0; n < places.length(vector); ++n) {
                 const VectorLayout::Place &place = places.place(vector, n);
-                m_channels[place.channel].coded[place.offset] = pairValue(books, pair, n);
+                Channel &channel = m_channels[place.channel];
+                const int k = place.offset;
+                channel.error[k] = channel.wanted[k] - channel.peaks[k] - channel.level[k] * channel.coded[k];
             }
         }
-    });
+    }
 }
 
 double FrameEncoder::weightedError() const
 {
     double error = 0;
-    for (const Channel &channel : m_channels)
-        for (int k = 0; k < FrameSize; ++k)
-            error += m_weight[k] *
-                     square(channel.wanted[k] - channel.peaks[k] - channel.level[k] * channel.coded[k]);
+    for (int k = 0; k < FrameSize; ++k)
+        error += m_weights.weight()[k] *
+                 (square(m_channels[0].error[k]) + square(m_channels[1].error[k]) +
+                  2 * m_weights.balance()[k] * m_channels[0].error[k] * m_channels[1].error[k]);
     return error;
 }
 
@@ -324,9 +385,9 @@ double FrameEncoder::weightedError() const
 /// the levels that they were searched with.
 void FrameEncoder::tryChange(Frame &frame, double &error, Frame changed)
 {
-    std::array<std::pair<Spectrum, Spectrum>, Channels> saved;
+    std::array<std::tuple<Spectrum, Spectrum, Spectrum>, Channels> saved;
     for (int c = 0; c < Channels; ++c) {
-        saved[c] = {m_channels[c].level, m_channels[c].coded};
+        saved[c] = {m_channels[c].level, m_channels[c].coded, m_channels[c].error};
         setLevels(frame.type(), m_channels[c],
                   m_envelopeCoder.levels(frame.type(), m_channels[c].history, changed.channel[c]));
     }
@@ -338,7 +399,7 @@ void FrameEncoder::tryChange(Frame &frame, double &error, Frame changed)
         return;
     }
     for (int c = 0; c < Channels; ++c)
-        std::tie(m_channels[c].level, m_channels[c].coded) = saved[c];
+        std::tie(m_channels[c].level, m_channels[c].coded, m_channels[c].error) = saved[c];
 }
 
 /// The weighted products over coefficients begin to end: what is coded with what is wanted, and with itself.
@@ -347,8 +408,8 @@ FrameEncoder::Products FrameEncoder::products(const Channel &channel, int begin,
     Products sums{};
     for (int k = begin; k < end; ++k) {
         const float coded = channel.level[k] * channel.coded[k];
-        sums.wanted += m_weight[k] * coded * (channel.wanted[k] - channel.peaks[k]);
-        sums.coded += m_weight[k] * square(coded);
+        sums.wanted += m_weights.weight()[k] * coded * (channel.wanted[k] - channel.peaks[k]);
+        sums.coded += m_weights.weight()[k] * square(coded);
     }
     return sums;
 }
@@ -394,7 +455,7 @@ void FrameEncoder::refineEnvelope(Frame &frame, double &error)
                     sums.coded > 0 ? std::clamp(sums.wanted / sums.coded, 0.25F, 4.0F) : 1.0F;
                 EnvelopeTarget::Band &of = target.bands[block][band];
                 of.level = now.levels[block][band] * factor;
-                of.ratioCost = of.noiseCost = 0;
+                of.ratioCost = 0;
                 of.errorCost = sums.coded / square(now.levels[block][band]);
             }
         }

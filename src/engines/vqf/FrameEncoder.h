@@ -1,11 +1,11 @@
 #pragma once
 
-#include "engines/dsp/MaskingModel.h"
-#include "engines/dsp/Workers.h"
 #include "engines/vqf/EnvelopeCoder.h"
+#include "engines/vqf/FilterSearch.h"
 #include "engines/vqf/FrameTransform.h"
 #include "engines/vqf/Layout.h"
-#include "engines/vqf/LspCoder.h"
+#include "engines/vqf/LspAnalysis.h"
+#include "engines/vqf/NoiseWeights.h"
 #include "engines/vqf/VectorSearch.h"
 
 #include <memory>
@@ -36,6 +36,7 @@ private:
         Spectrum level; ///< of the codebook entries: curve times envelope
         Spectrum peaks; ///< what the periodic peaks add
         Spectrum coded; ///< the codebook entries' sums
+        Spectrum error; ///< what the last search left
         Lsp raw;        ///< what the next frame's filter is predicted from
         ChannelHistory history;
     };
@@ -47,7 +48,9 @@ private:
     };
 
     void analyse(const WindowShape &shape, const std::array<const float *, Channels> &samples);
-    void weigh(BlockType type);
+    void spendBits();
+    float kept(const Channel &channel, int k) const;
+    FilterTarget filterTarget(BlockType type, const Channel &channel) const;
     void fitFilter(BlockType type, int channelNumber, ChannelFields &fields);
     void setFilter(BlockType type, Channel &channel, const ChannelFields &fields) const;
     EnvelopeTarget envelopeTarget(BlockType type, const Channel &channel) const;
@@ -70,14 +73,14 @@ private:
     SearchBooks m_peakBooks;
     std::array<std::vector<int>, BlockTypes> m_edges;
     std::vector<std::vector<int>> m_peakPositions; ///< of each period
-    std::array<dsp::MaskingModel, BlockTypes> m_masking;
-    LspCoder m_lspCoder;
+    NoiseWeights m_weights;
+    LspAnalysis m_lspAnalysis;
+    FilterSearch m_filterSearch;
     EnvelopeCoder m_envelopeCoder;
     std::array<bool, BlockTypes> m_seen{}; ///< types whose history is known to every decoder
 
     std::array<Channel, Channels> m_channels;
-    Spectrum m_threshold;
-    Spectrum m_weight; ///< of a squared error, for both channels
+    Spectrum m_left; ///< power of errors that is left
 };
 
 } // namespace vqf

@@ -123,7 +123,7 @@ private:
         m_file.complete();
     }
 
-    static constexpr std::size_t Lookahead = 2; ///< blocks behind those that a frame spans
+    static constexpr std::size_t Lookahead = 3; ///< blocks behind those that a frame spans
 
     dsp::Workers m_workers;
     FrameEncoder m_encoder;

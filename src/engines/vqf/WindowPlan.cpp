@@ -19,8 +19,8 @@ constexpr int SegmentSamples = 128;
 constexpr int SegmentHistory = 8;
 constexpr float ShortAttack = 60;
 constexpr float MediumAttack = 6;
-/// Least share of high frequencies, as the difference's energy, in a sound that short blocks suit: under strong
-/// low tones their noise would spread too far.
+/// Least share of high frequencies, as the difference's energy, in a sound that short blocks suit: under
+/// strong low tones their noise would spread too far.
 constexpr double Brightness = 0.1;
 /// Root mean square in 16-bit units. The smallest gain of long blocks is louder than this.
 constexpr double SilentLevel = 3;
@@ -62,9 +62,14 @@ void WindowPlan::push(const float *left, const float *right)
         for (int n = 1; n < FrameSize; ++n)
             m_new.changes += (samples[c][n] - samples[c][n - 1]) * (samples[c][n] - samples[c][n - 1]);
     }
-    const BlockType next = wantedType();
+    // Long blocks beside short ones would have a steep slope, and noise that spreads over the whole spectrum.
+    const BlockType newest = wantedType();
+    const BlockType next = m_unsure == Long && newest == Short ? Medium : m_unsure;
+    if (m_wanted == Long && m_settled[2] == Short)
+        m_wanted = Medium;
     m_settled = {m_settled[1], m_settled[2], legalType(m_settled[2], m_wanted, next)};
     m_wanted = next;
+    m_unsure = newest;
 }
 
 int WindowPlan::window() const

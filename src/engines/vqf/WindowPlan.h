@@ -22,7 +22,7 @@ public:
 
     /// Takes the next FrameSize samples of both channels, in 16-bit units.
     void push(const float *left, const float *right);
-    /// After push number m, counted from 0: the window of frame m - 1.
+    /// After push number m, counted from 0: the window of frame m - 2.
     int window() const;
 
 private:
@@ -38,6 +38,7 @@ private:
     std::array<dsp::AttackDetector, Channels> m_detectors;
     Block m_last, m_new;
     BlockType m_wanted = Medium; ///< of the frame that is settled next
+    BlockType m_unsure = Medium; ///< of the one behind it, as long as its own next isn't known
     std::array<BlockType, 3> m_settled{Medium, Medium, Medium};
 };
 
