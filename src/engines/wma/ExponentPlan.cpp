@@ -34,6 +34,7 @@ std::array<std::int8_t, MaxBands> planExponents(std::span<const WantedExponent> 
     for (std::size_t n = 0; n < count; ++n) {
         targets[n] = (first[n].step - first->step) / ExponentLevel;
         coarsest[n] = isLive(first[n]) ? targets[n] : (first[n].coarsest - first->step) / ExponentLevel;
+        targets[n] = std::min(targets[n], coarsest[n]);
         lowest = std::min(lowest, coarsest[n]);
         if (isLive(first[n]))
             highest = std::max(highest, targets[n]);

@@ -16,13 +16,13 @@ constexpr float ExponentLevel = 1.25F; ///< dB
 constexpr float Rounding = 0.40F;
 constexpr float SmallestLive = 0.64F;
 /// A high band with a smaller share of live coefficients becomes noise, a little fainter than the sound.
-constexpr float FaintNoise = -12; ///< dB, to the step: what is still fainter isn't worth being coded
 constexpr float NoiseShare = 0.12F;
-constexpr float QuietZeros = 15;
-constexpr float NoiseLevel = -3;
-
-/// How much coarser a band without levels may be. Streams with noise have it on zeros, too, as a share of the
-/// step.
+constexpr float NoiseLevel = -3;  ///< dB
+constexpr float FaintNoise = -12; ///< dB, to the step: what is still fainter isn't worth being coded
+/// Zeros' noise lies under the step's by this less than needed, and under the band's sound by this.
+constexpr float QuietZeros = 15;  ///< dB
+constexpr float QuieterZeros = 6; ///< dB
+/// For streams without noise.
 constexpr float AnyStep = 1000;
 
 /// Of the noise that such streams have on zeros, to the step.
@@ -107,7 +107,7 @@ void FrameEncoder::chooseSteps(const BlockLayout &layout, float quality, Channel
     const ChannelAnalysis &analysis = *channel.analysis;
     for (int band = 0; band < layout.visibleBands(); ++band) {
         const float step = std::max(analysis.steps[band] + quality, analysis.leastSteps[band]);
-        channel.wanted[band] = {step, step + (m_format.hasNoise() ? QuietZeros : AnyStep), 0};
+        channel.wanted[band] = {step, coarsestStep(layout, band, step, analysis), 0};
         if (band >= layout.firstNoiseBand)
             chooseNoise(layout, band, channel);
         const bool isNoise =
@@ -121,6 +121,17 @@ void FrameEncoder::chooseSteps(const BlockLayout &layout, float quality, Channel
             static_cast<int>(std::count_if(first, last, [least](float y) { return std::abs(y) >= least; }));
         channel.fields.coded = channel.fields.coded || isNoise || channel.wanted[band].live > 0;
     }
+}
+
+/// How coarse the steps of a band may be in which nothing is coded. Streams with noise have it on zeros, too,
+/// as a share of the step: it mustn't be louder than what should be there.
+float FrameEncoder::coarsestStep(const BlockLayout &layout, int band, float step,
+                                 const ChannelAnalysis &analysis) const
+{
+    if (!m_format.hasNoise())
+        return step + AnyStep;
+    const float power = meanPower(analysis.coefficients, layout.edges[band], layout.edges[band + 1]);
+    return std::min(step + QuietZeros, std::max(decibels(power + 1e-9F), 0.0F) - ZeroNoise - QuieterZeros);
 }
 
 void FrameEncoder::chooseNoise(const BlockLayout &layout, int band, Channel &channel) const
@@ -167,12 +178,20 @@ void FrameEncoder::raiseLargestExponent(const BlockLayout &layout, int by, float
         fields.exponents[band] = static_cast<std::int8_t>(
             std::min(raised, fields.exponents[std::max(band - 1, 0)] + LargestExponentStep));
     };
-    const int noise = firstPureNoise(layout, channel);
     if (layout.bands > layout.visibleBands())
         return raise(layout.bands - 1);
-    if (noise < layout.visibleBands())
+    const int top = layout.visibleBands() - 1;
+    // Noise that is coded doesn't grow with the step. But what lies above all bands does with the last one's:
+    // only where nobody hears it.
+    constexpr int HighRate = 44100;
+    if (layout.noiseBands() > 0 && m_format.rate() >= HighRate && channel.wanted[top].live == 0) {
+        fields.isNoise[layout.noiseBands() - 1] = true;
+        const int noise = firstPureNoise(layout, channel);
+        // Noise of finer bands could have no level beside those.
+        std::fill_n(fields.isNoise.begin(), noise - layout.firstNoiseBand, false);
         return raise(noise);
-    for (int band = layout.visibleBands() - 1; band > 0; --band)
+    }
+    for (int band = top; band > 0; --band)
         if (channel.wanted[band].live == 0 && channel.wanted[band].coarsest >= gain &&
             (band < layout.firstNoiseBand || !fields.isNoise[band - layout.firstNoiseBand]))
             return raise(band);

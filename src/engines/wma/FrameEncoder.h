@@ -29,6 +29,8 @@ private:
 
     BlockFields encodeBlock(const BlockAnalysis &analysis, float quality) const;
     void chooseSteps(const BlockLayout &layout, float quality, Channel &channel) const;
+    float coarsestStep(const BlockLayout &layout, int band, float step,
+                       const ChannelAnalysis &analysis) const;
     void chooseNoise(const BlockLayout &layout, int band, Channel &channel) const;
     void chooseExponents(const BlockLayout &layout, Channel &channel) const;
     void raiseLargestExponent(const BlockLayout &layout, int by, float gain, Channel &channel) const;
