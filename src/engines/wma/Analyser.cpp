@@ -14,6 +14,9 @@ namespace {
 /// Share of a band's threshold in its step; the rest is that of the whole block's mean. Noise by the
 /// threshold alone would cost much signal-to-noise ratio and be heard hardly less.
 constexpr float BandShare = 0.85F;
+/// The same where bits are plenty.
+constexpr float RichBandShare = 0.95F;
+constexpr double RichBitsPerSample = 1.25;
 /// How far the step follows the width of a critical band: in wide ones less noise costs more bits.
 constexpr float WidthShare = 0.8F;
 constexpr float UsualWidth = 200; ///< Hz, of a critical band
@@ -78,6 +81,8 @@ Analyser::Analyser(const StreamFormat &format, const std::vector<BlockLayout> &l
     : m_format(format),
       m_layouts(layouts),
       m_lowPass(lowPass(format)),
+      m_bandShare(format.bitRate() < RichBitsPerSample * format.channels() * format.rate() ? BandShare
+                                                                                           : RichBandShare),
       m_fullWindow(hann(2 * format.frameSize())),
       m_halfWindow(hann(format.frameSize()))
 {
@@ -217,8 +222,8 @@ void Analyser::findSteps(int halvings, const Spectrum &thresholds, ChannelAnalys
     const float mean = sum / static_cast<float>(layout.codedEnd);
     const std::vector<float> &widths = m_kits[halvings].widthLevels;
     for (std::size_t band = 0; band < channel.steps.size(); ++band)
-        channel.steps[band] =
-            BandShare * channel.steps[band] + (1 - BandShare) * mean + UnitStep + WidthShare * widths[band];
+        channel.steps[band] = m_bandShare * channel.steps[band] + (1 - m_bandShare) * mean + UnitStep +
+                              WidthShare * widths[band];
 }
 
 /// Adds to `bits`. Four coefficients share a logarithm.

@@ -44,7 +44,8 @@ private:
 
     const StreamFormat m_format;
     const std::vector<BlockLayout> &m_layouts;
-    double m_lowPass; ///< as a part of half the rate
+    double m_lowPass;  ///< as a part of half the rate
+    float m_bandShare; ///< of a band's threshold in its step
     std::vector<Kit> m_kits;
     std::vector<float> m_fullWindow; ///< Hann windows: for full blocks, and for all smaller ones
     std::vector<float> m_halfWindow;
