@@ -31,20 +31,17 @@ PacketWriter::PacketWriter(const StreamFormat &format)
       m_capacity(8 * m_packetBytes - CounterBits - FrameCountBits - m_carryBits)
 {}
 
-int PacketWriter::room(bool last) const
+int PacketWriter::room() const
 {
-    const int left = m_capacity - static_cast<int>(m_content.bits());
     // A packet of only the end of a frame is one that decoders get wrong.
-    if (last || m_complete == 0)
-        return left;
-    return left + std::min(m_capacity / 2, (1 << m_carryBits) - 1);
+    return m_complete == 0 ? left() : left() + std::min(m_capacity / 2, (1 << m_carryBits) - 1);
 }
 
 void PacketWriter::add(dsp::BitWriter frame)
 {
     const std::int64_t bits = frame.bits();
     const std::vector<std::uint8_t> bytes = frame.takeAll();
-    const std::int64_t fitting = std::min(bits, m_capacity - m_content.bits());
+    const std::int64_t fitting = std::min<std::int64_t>(bits, left());
     append(m_content, bytes, 0, fitting);
     if (fitting == bits)
         ++m_complete;

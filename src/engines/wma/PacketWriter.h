@@ -22,8 +22,10 @@ public:
 
     /// Whether the next frame will be the first one that starts in its packet.
     bool startsPacket() const { return m_complete == 0; }
-    /// The most bits that the next frame may have. The stream's last frame may not run over.
-    int room(bool last) const;
+    /// Bits that the packet has left. The stream's last frame may not have more.
+    int left() const { return m_capacity - static_cast<int>(m_content.bits()); }
+    /// The most bits that another frame may have; it may run over into the next packet.
+    int room() const;
     /// Bits of a packet for frames.
     int capacity() const { return m_capacity; }
 

@@ -1,6 +1,7 @@
 #include "engines/wma/StreamEncoder.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace wma {
@@ -8,6 +9,10 @@ namespace wma {
 namespace {
 
 constexpr int ReservoirPackets = 2;
+/// A frame in which nothing is coded has fewer, however many blocks it has.
+constexpr int SilentFrameBits = 200;
+/// Steps coarser by so many dB leave nothing of any sound.
+constexpr float Coarsest = 1000;
 
 } // namespace
 
@@ -87,25 +92,38 @@ void StreamEncoder::analyseBatch()
 void StreamEncoder::encodeFrames(std::size_t remaining, bool ending)
 {
     while (m_ahead.size() > remaining)
-        encodeFrame(ending && m_ahead.size() == 1);
+        encodeFrame(ending ? m_ahead.size() - 1 : LookAhead);
 }
 
-void StreamEncoder::encodeFrame(bool last)
+/// `behind` frames follow, or more than two.
+void StreamEncoder::encodeFrame(std::size_t behind)
 {
     const FrameAnalysis &analysis = m_ahead.front();
+    const bool last = behind == 0;
+    // The last frame can't run over into another packet: one so coarse that it is silent has to find room.
+    const auto fits = [&](int bits) {
+        const int left = m_packets.left() - bits;
+        if (last)
+            return left >= 0;
+        if (behind == 1 && left > 0 && left < SilentFrameBits && m_packets.startsPacket())
+            return false;
+        return bits <= std::min<double>(m_packets.room(), m_reservoir + m_dueBits - ahead());
+    };
+    if (last && m_packets.left() < SilentFrameBits && m_packets.canPad())
+        m_packets.pad();
     const FrameSurroundings surroundings{m_packets.startsPacket(), analysis.halvingsBefore,
                                          analysis.halvingsBehind};
-    const double most = std::min<double>(m_packets.room(last), m_reservoir + m_dueBits - ahead());
     float quality = m_rate.quality(m_ahead, ahead());
     for (float increase = 0.5F;; increase *= 1.5F) {
         dsp::BitWriter bits;
         m_writer.write(m_frameEncoder.encode(analysis, quality), surroundings, bits);
-        const auto taken = static_cast<double>(bits.bits());
-        m_rate.learn(analysis, quality, taken);
-        if (taken <= most) {
+        m_rate.learn(analysis, quality, static_cast<double>(bits.bits()));
+        if (fits(static_cast<int>(bits.bits()))) {
             m_packets.add(std::move(bits));
             break;
         }
+        if (increase > Coarsest)
+            throw std::logic_error("A silent WMA frame finds no room");
         quality += increase;
     }
     ++m_frames;

@@ -31,7 +31,7 @@ private:
 
     void analyseBatch();
     void encodeFrames(std::size_t remaining, bool ending);
-    void encodeFrame(bool last);
+    void encodeFrame(std::size_t behind);
     double ahead() const;
 
     const StreamFormat m_format;

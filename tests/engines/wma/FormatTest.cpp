@@ -106,7 +106,7 @@ TEST_P(FormatTest, theSystemsDecoderPlaysAnyLegalFramesAsTheModelDoes)
         for (double density = 0.05;; density = density < 0.001 ? 0 : density / 2) {
             dsp::BitWriter bits;
             writer.write(next, {packets.startsPacket(), before, behind.front().halvings}, bits);
-            if (bits.bits() <= packets.room(n == Count - 1)) {
+            if (bits.bits() <= (n == Count - 1 ? packets.left() : packets.room())) {
                 packets.add(std::move(bits));
                 break;
             }

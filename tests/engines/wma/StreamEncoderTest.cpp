@@ -97,6 +97,23 @@ TEST_F(StreamEncoderTest, anySoundOfAnyLengthIsPlayedInFull)
     }
 }
 
+TEST_F(StreamEncoderTest, theLastFrameFindsRoomWhereverTheStreamEnds)
+{
+    for (const StreamKind &kind : Extremes) {
+        const StreamFormat format(kind);
+        std::mt19937 random(6);
+        const Pcm whole = make(kind, 24 * format.frameSize(), [&](int n, int c) {
+            return 12000 * std::sin(0.02 * n * (c + 1)) + static_cast<int>(random() % 16000) - 8000.0;
+        });
+        for (std::size_t frames = 200; frames < 24 * static_cast<std::size_t>(format.frameSize());
+             frames += static_cast<std::size_t>(format.frameSize()) / 3) {
+            const Pcm part(whole.begin(),
+                           whole.begin() + std::ptrdiff_t(frames * static_cast<std::size_t>(kind.channels)));
+            checkRules(format, encode(kind, part));
+        }
+    }
+}
+
 TEST_F(StreamEncoderTest, theStreamKeepsToItsRateWhateverTheSound)
 {
     std::mt19937 random(4);
