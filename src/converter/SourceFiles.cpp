@@ -1,7 +1,7 @@
 #include "converter/SourceFiles.h"
 
-#include "converter/AudioFormats.h"
 #include "controls/DroppedPaths.h"
+#include "converter/AudioFormats.h"
 #include "settings/Paths.h"
 
 #include <QFileInfo>

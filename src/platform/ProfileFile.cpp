@@ -139,8 +139,8 @@ QByteArray readAll(const QString &path, bool *ok)
     return *ok && isPlainFile ? file.readAll() : QByteArray();
 }
 
-/// Read, change and replace under the lock; a file that stays the same isn't touched. `edit` gives false where
-/// there is nothing to change.
+/// Read, change and replace under the lock; a file that stays the same isn't touched. `edit` gives false
+/// where there is nothing to change.
 bool change(const QString &path, const std::function<bool(Profile &)> &edit)
 {
     QLockFile lock(path + QStringLiteral(".lock"));

@@ -87,7 +87,8 @@ public:
     }
     void SetEncoder(QObject *encoder) override
     {
-        m_log.add(QStringLiteral("SetEncoder ") + (encoder ? encoder->objectName() : QStringLiteral("nothing")));
+        m_log.add(QStringLiteral("SetEncoder ") +
+                  (encoder ? encoder->objectName() : QStringLiteral("nothing")));
     }
 
 private:

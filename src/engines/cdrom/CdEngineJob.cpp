@@ -150,8 +150,8 @@ bool CdEngine::isHeard() const
     return false;
 }
 
-/// At once: whoever connects next must not hear of this job. Where a receiver is destroyed, each signal is told
-/// with a lock of Qt's held, under which nothing may be asked; the next beat or event finds that out.
+/// At once: whoever connects next must not hear of this job. Where a receiver is destroyed, each signal is
+/// told with a lock of Qt's held, under which nothing may be asked; the next beat or event finds that out.
 void CdEngine::disconnectNotify(const QMetaMethod &signal)
 {
     if (!signal.isValid() && !isHeard())
