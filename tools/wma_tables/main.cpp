@@ -7,16 +7,11 @@
 // than the known ones is an error.
 #include "Crc32.h"
 #include "Measurement.h"
-#include "engines/dsp/DecoderProbe.h"
+#include "TableTool.h"
 
 extern "C" {
 #include <libavutil/log.h>
 }
-
-#include <cstdio>
-#include <fstream>
-#include <iostream>
-#include <stdexcept>
 
 namespace {
 
@@ -71,18 +66,15 @@ std::uint32_t checksum(const std::vector<MeasuredBands> &bands)
 
 void check(const Measured &measured)
 {
-    const auto expect = [](std::uint32_t actual, std::uint32_t known, const char *name) {
-        if (actual != known)
-            throw std::runtime_error(std::string("the decoder's tables aren't the known ones: ") + name);
-    };
     constexpr std::array<std::array<std::uint32_t, 2>, TablePairs> coefficients{
         {{0x6ef6bef7, 0x8dab21af}, {0xcd57e4ef, 0xc7a7f74e}, {0xc5768559, 0x6fe48c0b}}};
     for (int pair = 0; pair < TablePairs; ++pair)
         for (int second = 0; second < 2; ++second)
-            expect(checksum(measured.coefficients[pair][second]), coefficients[pair][second], "coefficients");
-    expect(checksum(measured.exponents), 0xb40817b6, "exponents");
-    expect(checksum(measured.bands), 0xe562e9b6, "bands");
-    expect(checksum(measured.noiseLevels), 0x5e27d3d3, "noise levels");
+            expectChecksum(checksum(measured.coefficients[pair][second]), coefficients[pair][second],
+                           "coefficients");
+    expectChecksum(checksum(measured.exponents), 0xb40817b6, "exponents");
+    expectChecksum(checksum(measured.bands), 0xe562e9b6, "bands");
+    expectChecksum(checksum(measured.noiseLevels), 0x5e27d3d3, "noise levels");
 }
 
 void write(std::ostream &out, std::uint16_t value)
@@ -149,46 +141,20 @@ void writeTables(std::ostream &out, const Measured &measured)
     out << "},\nBands};\n\n";
 }
 
-void writeSource(std::ostream &out, const Measured *measured)
-{
-    out << "// Measured from the system's decoder while building.\n"
-           "#include \"engines/wma/Tables.h\"\n\nnamespace wma {\n\n";
-    if (measured)
-        writeTables(out, *measured);
-    out << "const Tables *measuredTables()\n{\n    return " << (measured ? "&MeasuredTables" : "nullptr")
-        << ";\n}\n\n} // namespace wma\n";
-}
-
 } // namespace
 
 int main(int argc, char **argv)
 {
-    if (argc < 2 || argc > 3) {
-        std::cerr << "usage: wma_tables FILE [DECODER]\n";
-        return 2;
-    }
-    const std::string decoder = argc == 3 ? argv[2] : "wmav2";
     av_log_set_level(AV_LOG_QUIET); // most of the frames are wrong on purpose
-    try {
-        std::ofstream file(argv[1]);
-        if (!dsp::DecoderProbe::exists(decoder)) {
-            std::cout << "No decoder called " << decoder << ": building without the WMA encoder\n";
-            writeSource(file, nullptr);
-        } else {
-            Measured measured;
-            measureCoefficients(decoder, measured);
-            measureExponents(decoder, measured);
-            measureBands(decoder, measured);
-            measureNoiseLevels(decoder, measured);
-            check(measured);
-            writeSource(file, &measured);
-        }
-        if (!file.flush())
-            throw std::runtime_error("the file can't be written");
-    } catch (const std::exception &failure) {
-        std::cerr << "wma_tables: " << failure.what() << '\n';
-        std::remove(argv[1]);
-        return 1;
-    }
-    return 0;
+    return runTableTool(argc, argv, {"wma_tables", "WMA", "wma", "wmav2"},
+                        [](const std::string &decoder, std::ostream &out) {
+                            Measured measured;
+                            measureCoefficients(decoder, measured);
+                            measureExponents(decoder, measured);
+                            measureBands(decoder, measured);
+                            measureNoiseLevels(decoder, measured);
+                            check(measured);
+                            writeTables(out, measured);
+                            return std::string("MeasuredTables");
+                        });
 }
