@@ -103,8 +103,7 @@ struct Text
     {
         const auto settings = wmaProfile(profile.number);
         return line(QStringLiteral("WMA"), settings.rate, channelText(settings.channels),
-                    constantRateText(settings.bitRate, settings.bitRate) +
-                        QStringLiteral(", profile %1").arg(profile.number));
+                    QStringLiteral("%1 kb/s CBR, profile %2").arg(settings.bitRate).arg(profile.number));
     }
 };
 
