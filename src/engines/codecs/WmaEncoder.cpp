@@ -40,12 +40,8 @@ public:
             static_cast<std::uint8_t *>(av_mallocz(header.size() + AV_INPUT_BUFFER_PADDING_SIZE));
         sound.extradata_size = static_cast<int>(header.size());
         std::memcpy(sound.extradata, header.data(), header.size());
-        // A packet of the file that holds a whole number of the encoder's, each with its head. With the usual
-        // size up to a sixth of the file would be filling.
-        constexpr int UsualPacket = 3200;
-        const int withHead = stream.packetBytes() + 17;
-        const int packetSize = std::max(1, UsualPacket / withHead) * withHead + 30;
-        av_opt_set_int(format, "packet_size", packetSize, AV_OPT_SEARCH_CHILDREN);
+        // With the usual size up to a sixth of the file would be filling.
+        av_opt_set_int(format, "packet_size", stream.filePacketBytes(), AV_OPT_SEARCH_CHILDREN);
         m_sink.check(avformat_write_header(format, nullptr), What);
     }
 

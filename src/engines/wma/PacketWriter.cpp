@@ -1,6 +1,7 @@
 #include "engines/wma/PacketWriter.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace wma {
@@ -31,15 +32,36 @@ PacketWriter::PacketWriter(const StreamFormat &format)
       m_capacity(8 * m_packetBytes - CounterBits - FrameCountBits - m_carryBits)
 {}
 
+/// The most bits that a frame may have, if it isn't the last one.
 int PacketWriter::room() const
 {
     // A packet of only the end of a frame is one that decoders get wrong.
     return m_complete == 0 ? left() : left() + std::min(m_capacity / 2, (1 << m_carryBits) - 1);
 }
 
+/// There is room for some more wherever a frame ends: the first one of a packet has half of it at least, and
+/// the others may run over. Only the last one may not; so it begins another packet if it has to. That the one
+/// before has to allow.
+bool PacketWriter::takes(std::int64_t bits, std::size_t behind) const
+{
+    if (behind == 0)
+        return bits <= left();
+    const bool lastLacksRoom = behind == 1 && bits < left() && bits > left() - LeastFrameBits;
+    const bool canPadThen = m_complete >= 1;
+    return bits <= room() && (canPadThen || !lastLacksRoom);
+}
+
+void PacketWriter::makeRoomForLast()
+{
+    if (left() < LeastFrameBits && canPad())
+        pad();
+}
+
 void PacketWriter::add(dsp::BitWriter frame)
 {
     const std::int64_t bits = frame.bits();
+    if (bits > room())
+        throw std::logic_error("No room for a WMA frame");
     const std::vector<std::uint8_t> bytes = frame.takeAll();
     const std::int64_t fitting = std::min<std::int64_t>(bits, left());
     append(m_content, bytes, 0, fitting);

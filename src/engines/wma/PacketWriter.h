@@ -13,6 +13,10 @@ struct Packet
     int frames = 0;                  ///< that decoders put out upon it
 };
 
+/// For frames of up to so many bits there is always room. One in which nothing is coded has fewer, however
+/// many blocks it has.
+inline constexpr int LeastFrameBits = 200;
+
 /// Lays frames into packets of one size, end to end: a frame may begin in one and end in the next. Each
 /// packet has a whole frame of its own.
 class PacketWriter
@@ -22,18 +26,18 @@ public:
 
     /// Whether the next frame will be the first one that starts in its packet.
     bool startsPacket() const { return m_complete == 0; }
-    /// Bits that the packet has left. The stream's last frame may not have more.
-    int left() const { return m_capacity - static_cast<int>(m_content.bits()); }
-    /// The most bits that another frame may have; it may run over into the next packet.
-    int room() const;
+    /// Whether there is room for a frame of so many bits, and then for `behind` more of LeastFrameBits.
+    bool takes(std::int64_t bits, std::size_t behind) const;
     /// Bits of a packet for frames.
     int capacity() const { return m_capacity; }
 
     /// Bits laid into all packets so far, with what was left empty.
     std::int64_t position() const { return m_closed * m_capacity + m_content.bits(); }
 
-    /// Not more bits than there is room for.
+    /// A frame for which there is room.
     void add(dsp::BitWriter frame);
+    /// To be called before the stream's last frame, which can't run over into another packet.
+    void makeRoomForLast();
     /// Whether the rest of the packet may be left empty, for another frame is whole in it.
     bool canPad() const { return m_complete >= 2; }
     void pad();
@@ -44,6 +48,8 @@ public:
     std::vector<Packet> take();
 
 private:
+    int left() const { return m_capacity - static_cast<int>(m_content.bits()); }
+    int room() const;
     void close(int wholeFrames, bool keepsRest, int carried);
 
     const int m_packetBytes;

@@ -22,7 +22,7 @@ float RateControl::quality(const std::deque<FrameAnalysis> &frames, double fill)
     if (fits(frames, fill, LowestQuality))
         return LowestQuality;
     float tooFine = LowestQuality, good = HighestQuality;
-    while (good - tooFine > Precision) {
+    for (float range = good - tooFine; range > Precision; range /= 2) {
         const float middle = (tooFine + good) / 2;
         (fits(frames, fill, middle) ? good : tooFine) = middle;
     }

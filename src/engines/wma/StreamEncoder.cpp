@@ -1,7 +1,6 @@
 #include "engines/wma/StreamEncoder.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 namespace wma {
@@ -9,8 +8,6 @@ namespace wma {
 namespace {
 
 constexpr int ReservoirPackets = 2;
-/// A frame in which nothing is coded has fewer, however many blocks it has.
-constexpr int SilentFrameBits = 200;
 /// Steps coarser by so many dB leave nothing of any sound.
 constexpr float Coarsest = 1000;
 
@@ -98,34 +95,26 @@ void StreamEncoder::encodeFrames(std::size_t remaining, bool ending)
 /// `behind` frames follow, or more than two.
 void StreamEncoder::encodeFrame(std::size_t behind)
 {
-    const FrameAnalysis &analysis = m_ahead.front();
     const bool last = behind == 0;
-    // The last frame can't run over into another packet: one so coarse that it is silent has to find room.
-    const auto fits = [&](int bits) {
-        const int left = m_packets.left() - bits;
-        if (last)
-            return left >= 0;
-        if (behind == 1 && left > 0 && left < SilentFrameBits && m_packets.startsPacket())
-            return false;
-        return bits <= std::min<double>(m_packets.room(), m_reservoir + m_dueBits - ahead());
-    };
-    if (last && m_packets.left() < SilentFrameBits && m_packets.canPad())
-        m_packets.pad();
+    if (last)
+        m_packets.makeRoomForLast();
+    const FrameAnalysis &analysis = m_ahead.front();
     const FrameSurroundings surroundings{m_packets.startsPacket(), analysis.halvingsBefore,
                                          analysis.halvingsBehind};
+    const double most = m_reservoir + m_dueBits - ahead();
     float quality = m_rate.quality(m_ahead, ahead());
+    dsp::BitWriter bits;
+    // Coarser and coarser; there is room for a frame of which nothing is left.
     for (float increase = 0.5F;; increase *= 1.5F) {
-        dsp::BitWriter bits;
+        bits = {};
         m_writer.write(m_frameEncoder.encode(analysis, quality), surroundings, bits);
         m_rate.learn(analysis, quality, static_cast<double>(bits.bits()));
-        if (fits(static_cast<int>(bits.bits()))) {
-            m_packets.add(std::move(bits));
+        const bool fits = m_packets.takes(bits.bits(), behind) && static_cast<double>(bits.bits()) <= most;
+        if (fits || quality > Coarsest)
             break;
-        }
-        if (increase > Coarsest)
-            throw std::logic_error("A silent WMA frame finds no room");
         quality += increase;
     }
+    m_packets.add(std::move(bits));
     ++m_frames;
     // Two frames come out before the sound begins. A packet of their own keeps the others' times simple.
     constexpr int RunIn = 2;

@@ -8,6 +8,11 @@ namespace wma {
 
 namespace {
 
+/// What ASF adds to each of its packets, and to each of those in them.
+constexpr int FilePacketHead = 30, PacketHead = 17;
+/// About what packets of such files have.
+constexpr int UsualFilePacket = 3200;
+
 int floorLog2(int value)
 {
     return std::bit_width(static_cast<unsigned>(value)) - 1;
@@ -55,9 +60,26 @@ int StreamFormat::noiseBegin(int halvings) const
     return std::min(codedEnd(halvings), static_cast<int>(m_noisePart * blockSize(halvings) + 0.5));
 }
 
-int StreamFormat::packetBytes() const
+/// Of the file, in the time of a packet.
+int StreamFormat::dueBytes() const
 {
     return static_cast<int>(std::int64_t(m_bitRate) * m_frameSize * framesPerPacket() / m_rate / 8);
+}
+
+int StreamFormat::packetsPerFilePacket() const
+{
+    return std::max(1, UsualFilePacket / dueBytes());
+}
+
+int StreamFormat::packetBytes() const
+{
+    const int packets = packetsPerFilePacket();
+    return dueBytes() - PacketHead - (FilePacketHead + packets - 1) / packets;
+}
+
+int StreamFormat::filePacketBytes() const
+{
+    return packetsPerFilePacket() * (packetBytes() + PacketHead) + FilePacketHead;
 }
 
 std::array<std::uint8_t, 10> StreamFormat::header(int options) const

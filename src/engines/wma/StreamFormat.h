@@ -46,7 +46,11 @@ public:
     int tablePair() const { return m_tablePair; }
 
     int framesPerPacket() const { return m_frameSize == MaxFrameSize ? 4 : 8; } ///< on average
+    /// What the bit rate allows, less what the file adds to each packet.
     int packetBytes() const;
+    /// Of the file's own packets. Each holds a whole number of the stream's.
+    int filePacketBytes() const;
+    int packetsPerFilePacket() const;
     /// Of the field that says how many bits of a packet belong to a frame begun in the one before.
     int carryBits() const { return m_carryBits; }
 
@@ -56,6 +60,7 @@ public:
 
 private:
     double noisePart() const;
+    int dueBytes() const;
 
     int m_rate;
     int m_channels;

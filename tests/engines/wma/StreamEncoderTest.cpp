@@ -133,7 +133,8 @@ TEST_F(StreamEncoderTest, theStreamKeepsToItsRateWhateverTheSound)
             ++number;
             EXPECT_NEAR(double(frames) / format.framesPerPacket(), number, 4.5);
         }
-        const double bits = 8.0 * format.packetBytes() * static_cast<double>(packets.size());
+        const double bits = 8.0 * format.filePacketBytes() / format.packetsPerFilePacket() *
+                            static_cast<double>(packets.size());
         EXPECT_NEAR(bits / seconds / 1000 / kind.bitRate, 1, 0.03);
     }
 }

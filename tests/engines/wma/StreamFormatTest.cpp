@@ -49,7 +49,8 @@ TEST(StreamFormatTest, featuresFollowFromRateAndBitRate)
         EXPECT_EQ(format.carryBits(), row.carryBits);
     }
     const StreamFormat format(44100, 2, 96000);
-    EXPECT_EQ(format.packetBytes(), 2229);
+    EXPECT_EQ(format.packetBytes(), 2229 - 17 - 30);
+    EXPECT_EQ(format.filePacketBytes(), 2229);
     EXPECT_EQ(format.codedEnd(0), 1864);
     EXPECT_EQ(format.sizeBits(), 3);
     EXPECT_EQ(format.header(), (std::array<std::uint8_t, 10>{0, 0x20, 0, 0, 0x1f, 0, 0, 0, 0, 0}));
