@@ -13,9 +13,27 @@ constexpr int LargestStep = 12; ///< from band to band
 constexpr float ErrorCost = 0.03F;
 /// Coefficients that a live band has too few of to count only themselves.
 constexpr float LiveBias = 2;
-constexpr float ExponentLevel = 1.25F; ///< dB
+
+float errorCost(const WantedExponent &band, float finer, float coarser)
+{
+    const float weight = static_cast<float>(band.live) + LiveBias;
+    return ErrorCost * (weight * coarser * coarser + (band.live > 0 ? weight : 1) * finer * finer);
+}
 
 } // namespace
+
+float exponentErrors(std::span<const WantedExponent> wanted,
+                     const std::array<std::int8_t, MaxBands> &exponents, float gain, int largest)
+{
+    float cost = 0;
+    for (std::size_t n = 0; n < wanted.size(); ++n) {
+        const float step = gain + ExponentLevel * static_cast<float>(exponents[n] - largest);
+        const float coarsest = wanted[n].live > 0 ? wanted[n].step : wanted[n].coarsest;
+        const float finest = std::min(wanted[n].step, coarsest);
+        cost += errorCost(wanted[n], std::min(step - finest, 0.0F), std::max(step - coarsest, 0.0F));
+    }
+    return cost;
+}
 
 std::array<std::int8_t, MaxBands> planExponents(std::span<const WantedExponent> wanted, int bands,
                                                 const FrameWriter &writer)
@@ -64,9 +82,7 @@ std::array<std::int8_t, MaxBands> planExponents(std::span<const WantedExponent> 
             const auto exponent = static_cast<float>(from + state);
             const float finer = ExponentLevel * std::min(exponent - targets[n], 0.0F);
             const float coarser = ExponentLevel * std::max(exponent - coarsest[n], 0.0F);
-            const float weight = static_cast<float>(first[n].live) + LiveBias;
-            cost[state] += ErrorCost * weight * coarser * coarser;
-            cost[state] += ErrorCost * (isLive(first[n]) ? weight : 1) * finer * finer;
+            cost[state] += errorCost(first[n], finer, coarser);
         }
     }
 

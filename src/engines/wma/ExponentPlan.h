@@ -20,4 +20,8 @@ struct WantedExponent
 std::array<std::int8_t, MaxBands> planExponents(std::span<const WantedExponent> wanted, int bands,
                                                 const FrameWriter &writer);
 
+/// What the errors of other exponents cost, in bits, where the largest one's step is `gain`.
+float exponentErrors(std::span<const WantedExponent> wanted,
+                     const std::array<std::int8_t, MaxBands> &exponents, float gain, int largest);
+
 } // namespace wma

@@ -8,8 +8,8 @@
 
 namespace wma {
 
-/// Exponents are steps of 1.25 dB.
-inline constexpr int StartExponent = 36; ///< what the first band's is coded against
+inline constexpr float ExponentLevel = 1.25F; ///< dB that exponents are steps of
+inline constexpr int StartExponent = 36;      ///< what the first band's is coded against
 inline constexpr int LowestExponent = -60, HighestExponent = 95;
 inline constexpr int LowestNoiseLevel = -19, HighestNoiseLevel = 108; ///< dB
 

@@ -1,22 +1,22 @@
 #include "engines/wma/FrameEncoder.h"
 
+#include "engines/wma/LevelPlan.h"
 #include "engines/wma/Levels.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <span>
 
 namespace wma {
 
 namespace {
 
-constexpr float ExponentLevel = 1.25F; ///< dB
-/// Levels are rounded down behind adding this, and those of 1 only exist from here on: they cost most for
-/// what they bring.
-constexpr float Rounding = 0.40F;
+/// A level of 1 needs at least this size, in steps, to be worth its bits; often more.
 constexpr float SmallestLive = 0.64F;
-/// A high band with a smaller share of live coefficients becomes noise, a little fainter than the sound.
-constexpr float NoiseShare = 0.12F;
+/// A high band becomes noise, a little fainter than the sound, if coefficients that could be coded have no
+/// larger share of its power: tones stay.
+constexpr float NoiseShare = 0.1F;
 constexpr float NoiseLevel = -3;  ///< dB
 constexpr float FaintNoise = -12; ///< dB, to the step: what is still fainter isn't worth being coded
 /// Zeros' noise lies under the step's by this less than needed, and under the band's sound by this.
@@ -33,6 +33,32 @@ int largestExponent(const BlockLayout &layout, const ChannelFields &fields)
 {
     return *std::max_element(fields.exponents.begin(), fields.exponents.begin() + layout.bands);
 }
+
+/// The gain with which exponents make about the steps that are wanted, of all channels added.
+class GainMean
+{
+public:
+    void add(const BlockLayout &layout, std::span<const WantedExponent> wanted,
+             const ChannelAnalysis &analysis, const ChannelFields &fields)
+    {
+        const int largest = largestExponent(layout, fields);
+        for (std::size_t band = 0; band < wanted.size(); ++band) {
+            if (wanted[band].live == 0)
+                continue;
+            const float above = ExponentLevel * static_cast<float>(largest - fields.exponents[band]);
+            m_live += wanted[band].live;
+            m_sum += static_cast<float>(wanted[band].live) * (wanted[band].step + above);
+            m_least = std::max(m_least, analysis.leastSteps[band] + above);
+        }
+    }
+
+    /// In dB; 0 of nothing.
+    float gain() const { return m_live > 0 ? std::max(m_sum / static_cast<float>(m_live), m_least) : 0; }
+
+private:
+    int m_live = 0;
+    float m_sum = 0, m_least = 0;
+};
 
 float meanPower(const std::vector<float> &coefficients, int begin, int end)
 {
@@ -52,22 +78,14 @@ Frame FrameEncoder::encode(const FrameAnalysis &analysis, float quality) const
 {
     Frame frame;
     for (const BlockAnalysis &block : analysis.blocks) {
-        BlockFields fields = encodeBlock(block, quality);
-        if (!frame.empty() && frame.back().halvings == fields.halvings) {
-            // Decoders keep the exponents of the channels that were coded.
-            fields.newExponents = false;
-            for (int c = 0; c < m_format.channels(); ++c) {
-                const ChannelFields &before = frame.back().channels[c], &now = fields.channels[c];
-                if (now.coded && (!before.coded || before.exponents != now.exponents))
-                    fields.newExponents = true;
-            }
-        }
-        frame.push_back(std::move(fields));
+        const bool sameSize = !frame.empty() && frame.back().halvings == block.halvings;
+        frame.push_back(encodeBlock(block, quality, sameSize ? &frame.back() : nullptr));
     }
     return frame;
 }
 
-BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quality) const
+BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quality,
+                                      const BlockFields *before) const
 {
     const BlockLayout &layout = m_layouts[analysis.halvings];
     BlockFields block;
@@ -77,7 +95,7 @@ BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quali
         const auto q = static_cast<std::size_t>(std::clamp(nearest, 0, Qualities - 1));
         block.midSide = analysis.bits[1][q] < analysis.bits[0][q];
     }
-    std::array<Channel, MaxChannels> channels;
+    Channels channels;
     float gain = 1;
     for (int c = 0; c < m_format.channels(); ++c) {
         channels[c].analysis = &analysis.channels[block.midSide][c];
@@ -87,19 +105,58 @@ BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quali
         gain = std::max(gain, channels[c].gain);
     }
     block.gain = static_cast<int>(std::lround(gain));
+    for (Channel &channel : channels) {
+        if (!channel.fields.coded)
+            continue;
+        const float missing = static_cast<float>(block.gain) - channel.gain;
+        if (const auto by = static_cast<int>(std::lround(missing / ExponentLevel)); by > 0)
+            raiseLargestExponent(layout, by, static_cast<float>(block.gain), channel);
+        slopeNoiseExponents(layout, channel);
+    }
+    block.newExponents = !before || !keepExponents(layout, *before, block, channels);
     for (int c = 0; c < m_format.channels(); ++c) {
         Channel &channel = channels[c];
         if (channel.fields.coded) {
-            const float missing = static_cast<float>(block.gain) - channel.gain;
-            if (const auto by = static_cast<int>(std::lround(missing / ExponentLevel)); by > 0)
-                raiseLargestExponent(layout, by, static_cast<float>(block.gain), channel);
-            slopeNoiseExponents(layout, channel);
-            quantise(layout, block.gain, channel);
+            quantise(layout, block.gain, m_writer.levelCode(block.midSide, c), channel);
             setNoiseLevels(layout, block.gain, channel);
         }
         block.channels[c] = std::move(channel.fields);
     }
     return block;
+}
+
+/// Takes those of the block before if that is cheaper. Decoders have them of the channels that were coded.
+bool FrameEncoder::keepExponents(const BlockLayout &layout, const BlockFields &before, BlockFields &block,
+                                 Channels &channels) const
+{
+    const auto wantedOf = [&](const Channel &channel) {
+        return std::span(channel.wanted.begin(), static_cast<std::size_t>(layout.visibleBands()));
+    };
+    const auto errors = [&](const Channel &channel, const ChannelFields &fields, int gain) {
+        return exponentErrors(wantedOf(channel), fields.exponents, static_cast<float>(gain),
+                              largestExponent(layout, fields));
+    };
+    GainMean mean;
+    for (int c = 0; c < m_format.channels(); ++c) {
+        if (channels[c].fields.coded && !before.channels[c].coded)
+            return false;
+        if (channels[c].fields.coded)
+            mean.add(layout, wantedOf(channels[c]), *channels[c].analysis, before.channels[c]);
+    }
+    const int gain = std::max(static_cast<int>(std::lround(mean.gain())), 1);
+    float gained = 0;
+    for (int c = 0; c < m_format.channels(); ++c) {
+        const Channel &channel = channels[c];
+        if (channel.fields.coded)
+            gained += static_cast<float>(m_writer.exponentBits(layout, channel.fields)) +
+                      errors(channel, channel.fields, block.gain) - errors(channel, before.channels[c], gain);
+    }
+    if (gained < 0)
+        return false;
+    block.gain = gain;
+    for (int c = 0; c < m_format.channels(); ++c)
+        channels[c].fields.exponents = before.channels[c].exponents;
+    return true;
 }
 
 void FrameEncoder::chooseSteps(const BlockLayout &layout, float quality, Channel &channel) const
@@ -140,32 +197,25 @@ void FrameEncoder::chooseNoise(const BlockLayout &layout, int band, Channel &cha
     const int begin = std::max(layout.edges[band], layout.noiseBegin), end = layout.edges[band + 1];
     const float step = channel.wanted[band].step;
     const float least = SmallestLive * amplitude(step);
-    const auto live = std::count_if(coefficients.begin() + begin, coefficients.begin() + end,
-                                    [least](float y) { return std::abs(y) >= least; });
+    float live = 0, power = 0;
+    for (int k = begin; k < end; ++k) {
+        const float square = coefficients[k] * coefficients[k];
+        power += square;
+        live += square < least * least ? 0 : square;
+    }
     const float level = decibels(meanPower(coefficients, begin, end) + 1e-9F);
     const int noiseBand = band - layout.firstNoiseBand;
     channel.noise[noiseBand] = std::max(level + NoiseLevel, float(LowestNoiseLevel));
-    channel.fields.isNoise[noiseBand] =
-        static_cast<float>(live) < NoiseShare * static_cast<float>(end - begin) && level > step + FaintNoise;
+    channel.fields.isNoise[noiseBand] = live < NoiseShare * power && level > step + FaintNoise;
 }
 
 void FrameEncoder::chooseExponents(const BlockLayout &layout, Channel &channel) const
 {
     const std::span wanted(channel.wanted.begin(), static_cast<std::size_t>(layout.visibleBands()));
     channel.fields.exponents = planExponents(wanted, layout.bands, m_writer);
-    const int largest = largestExponent(layout, channel.fields);
-    float sum = 0, least = 0;
-    int live = 0;
-    for (int band = 0; band < layout.visibleBands(); ++band) {
-        if (wanted[band].live == 0)
-            continue;
-        const float above = ExponentLevel * static_cast<float>(largest - channel.fields.exponents[band]);
-        live += wanted[band].live;
-        sum += static_cast<float>(wanted[band].live) * (wanted[band].step + above);
-        least = std::max(least, channel.analysis->leastSteps[band] + above);
-    }
-    if (live > 0)
-        channel.gain = std::max(sum / static_cast<float>(live), least);
+    GainMean mean;
+    mean.add(layout, wanted, *channel.analysis, channel.fields);
+    channel.gain = mean.gain();
 }
 
 /// The gain belongs to the largest exponent of either channel: the finer one gets a large exponent where it
@@ -223,32 +273,38 @@ void FrameEncoder::slopeNoiseExponents(const BlockLayout &layout, Channel &chann
             channel.fields.exponents[band], channel.fields.exponents[band - 1] + LargestExponentStep));
 }
 
-void FrameEncoder::quantise(const BlockLayout &layout, int gain, Channel &channel) const
+void FrameEncoder::quantise(const BlockLayout &layout, int gain, const LevelCode &code,
+                            Channel &channel) const
 {
     ChannelFields &fields = channel.fields;
     const float *coefficients = channel.analysis->coefficients.data();
     fields.levels.assign(static_cast<std::size_t>(layout.codedEnd), 0);
     const int largest = largestExponent(layout, fields);
-    const auto limit = static_cast<float>(largestLevel(gain));
-    bool coded = false;
+    fields.coded = false;
+    // Bands of noise are left out.
+    std::vector<float> sizes;
+    std::vector<int> places;
     for (int band = 0; band < layout.visibleBands(); ++band) {
         int end = layout.edges[band + 1];
         if (band >= layout.firstNoiseBand && fields.isNoise[band - layout.firstNoiseBand]) {
             end = std::max(layout.edges[band], layout.noiseBegin);
-            coded = true;
+            fields.coded = true;
         }
         const float step =
             static_cast<float>(gain) + ExponentLevel * static_cast<float>(fields.exponents[band] - largest);
         const float inverse = 1 / amplitude(step);
         for (int k = layout.edges[band]; k < end; ++k) {
-            const float size = std::abs(coefficients[k]) * inverse;
-            const auto level =
-                static_cast<std::int16_t>(size < SmallestLive ? 0 : std::min(size + Rounding, limit));
-            fields.levels[k] = coefficients[k] < 0 ? static_cast<std::int16_t>(-level) : level;
-            coded = coded || level != 0;
+            sizes.push_back(std::abs(coefficients[k]) * inverse);
+            places.push_back(k);
         }
     }
-    fields.coded = coded;
+    std::vector<std::int16_t> levels;
+    planLevels(sizes, largestLevel(gain), code, levels);
+    for (std::size_t n = 0; n < levels.size(); ++n) {
+        const int k = places[n];
+        fields.levels[k] = coefficients[k] < 0 ? static_cast<std::int16_t>(-levels[n]) : levels[n];
+        fields.coded = fields.coded || levels[n] != 0;
+    }
 }
 
 /// A band whose low level the code can't reach from the one before may stay empty, if that is quieter.

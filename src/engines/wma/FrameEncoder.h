@@ -26,15 +26,18 @@ private:
         std::array<float, MaxBands> noise; ///< level of each noise band, dB
         float gain = 0;                    ///< wanted, dB
     };
+    using Channels = std::array<Channel, MaxChannels>;
 
-    BlockFields encodeBlock(const BlockAnalysis &analysis, float quality) const;
+    BlockFields encodeBlock(const BlockAnalysis &analysis, float quality, const BlockFields *before) const;
+    bool keepExponents(const BlockLayout &layout, const BlockFields &before, BlockFields &block,
+                       Channels &channels) const;
     void chooseSteps(const BlockLayout &layout, float quality, Channel &channel) const;
     float coarsestStep(const BlockLayout &layout, int band, float step,
                        const ChannelAnalysis &analysis) const;
     void chooseNoise(const BlockLayout &layout, int band, Channel &channel) const;
     void chooseExponents(const BlockLayout &layout, Channel &channel) const;
     void raiseLargestExponent(const BlockLayout &layout, int by, float gain, Channel &channel) const;
-    void quantise(const BlockLayout &layout, int gain, Channel &channel) const;
+    void quantise(const BlockLayout &layout, int gain, const LevelCode &code, Channel &channel) const;
     int firstPureNoise(const BlockLayout &layout, const Channel &channel) const;
     void slopeNoiseExponents(const BlockLayout &layout, Channel &channel) const;
     void setNoiseLevels(const BlockLayout &layout, int gain, Channel &channel) const;

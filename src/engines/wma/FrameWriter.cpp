@@ -25,18 +25,38 @@ int largestLevel(int gain)
     return (1 << levelBits(gain)) - 1;
 }
 
-FrameWriter::FrameWriter(const StreamFormat &format, const Tables &tables)
-    : m_format(format), m_tables(tables), m_layouts(blockLayouts(format, tables))
+LevelCode::LevelCode(const CoefficientCode &code, int runBits)
+    : m_code(&code), m_runBits(runBits), m_escapeBits(code.escape.length + levelBits(127) + runBits + 1)
 {
-    for (std::size_t n = 0; n < m_codes.size(); ++n) {
-        m_codes[n].code = &tables.coefficients[format.tablePair()][n];
-        std::size_t first = 0;
-        for (const std::uint16_t runs : m_codes[n].code->runs) {
-            m_codes[n].first.push_back(first);
-            first += runs;
-        }
+    std::size_t first = 0;
+    for (const std::uint16_t runs : code.runs) {
+        m_first.push_back(first);
+        first += runs;
     }
 }
+
+void LevelCode::write(int run, int level, int levelBits, dsp::BitWriter &bits) const
+{
+    const auto index = static_cast<std::size_t>(level);
+    if (index <= m_code->runs.size() && run < m_code->runs[index - 1])
+        return put(bits, m_code->symbols[m_first[index - 1] + static_cast<std::size_t>(run)]);
+    put(bits, m_code->escape);
+    bits.put(static_cast<unsigned>(level), levelBits);
+    bits.put(static_cast<unsigned>(run), m_runBits);
+}
+
+void LevelCode::writeEnd(dsp::BitWriter &bits) const
+{
+    put(bits, m_code->end);
+}
+
+FrameWriter::FrameWriter(const StreamFormat &format, const Tables &tables)
+    : m_format(format),
+      m_tables(tables),
+      m_layouts(blockLayouts(format, tables)),
+      m_codes{LevelCode(tables.coefficients[format.tablePair()][0], format.runBits()),
+              LevelCode(tables.coefficients[format.tablePair()][1], format.runBits())}
+{}
 
 void FrameWriter::write(const Frame &frame, const FrameSurroundings &surroundings, dsp::BitWriter &bits) const
 {
@@ -106,6 +126,16 @@ void FrameWriter::writeNoise(const BlockLayout &layout, const ChannelFields &cha
     }
 }
 
+int FrameWriter::exponentBits(const BlockLayout &layout, const ChannelFields &channel) const
+{
+    int bits = 0, last = StartExponent;
+    for (int band = 0; band < layout.bands; ++band) {
+        bits += exponentBits(channel.exponents[band] - last);
+        last = channel.exponents[band];
+    }
+    return bits;
+}
+
 void FrameWriter::writeExponents(const BlockLayout &layout, const ChannelFields &channel,
                                  dsp::BitWriter &bits) const
 {
@@ -121,8 +151,7 @@ void FrameWriter::writeLevels(const BlockFields &block, int channelNumber, dsp::
 {
     const BlockLayout &layout = m_layouts[block.halvings];
     const ChannelFields &channel = block.channels[channelNumber];
-    const IndexedCode &indexed = m_codes[block.midSide && channelNumber == 1];
-    const CoefficientCode &code = *indexed.code;
+    const LevelCode &code = levelCode(block.midSide, channelNumber);
     int run = 0;
     const auto writeRange = [&](int begin, int end) {
         for (int k = begin; k < end; ++k) {
@@ -131,14 +160,7 @@ void FrameWriter::writeLevels(const BlockFields &block, int channelNumber, dsp::
                 ++run;
                 continue;
             }
-            const auto level = static_cast<std::size_t>(std::abs(value));
-            if (level <= code.runs.size() && run < code.runs[level - 1]) {
-                put(bits, code.symbols[indexed.first[level - 1] + static_cast<std::size_t>(run)]);
-            } else {
-                put(bits, code.escape);
-                bits.put(static_cast<unsigned>(level), levelBits(block.gain));
-                bits.put(static_cast<unsigned>(run), m_format.runBits());
-            }
+            code.write(run, std::abs(value), levelBits(block.gain), bits);
             bits.put(value < 0, 1); // the decoder's transform has the other sign
             run = 0;
         }
@@ -154,7 +176,7 @@ void FrameWriter::writeLevels(const BlockFields &block, int channelNumber, dsp::
     }
     writeRange(begin, layout.codedEnd);
     if (run > 0)
-        put(bits, code.end);
+        code.writeEnd(bits);
 }
 
 } // namespace wma
