@@ -106,6 +106,7 @@ FrameAnalysis Analyser::analyse(const FrameSound &sound)
         const BlockLayout &layout = m_layouts[block.halvings];
         const int before = n > 0 ? sound.blocks[n - 1] : sound.halvingsBefore;
         const int behind = n + 1 < sound.blocks.size() ? sound.blocks[n + 1] : sound.halvingsBehind;
+        std::array<BitEstimates, 2> bits{}; // of left and right; of mid and side
         auto &[left, right] = block.channels[0];
         for (int c = 0; c < m_format.channels(); ++c) {
             ChannelAnalysis &channel = block.channels[0][c];
@@ -116,7 +117,7 @@ FrameAnalysis Analyser::analyse(const FrameSound &sound)
                 keepMasking(lasts[c], thresholds[c]);
             lasts[c] = thresholds[c];
             findSteps(block.halvings, thresholds[c], channel);
-            estimate(layout, channel, block.bits[0]);
+            estimate(layout, channel, bits[0]);
         }
         if (m_format.channels() == 2) {
             auto &[mid, side] = block.channels[1];
@@ -128,12 +129,11 @@ FrameAnalysis Analyser::analyse(const FrameSound &sound)
             }
             for (ChannelAnalysis &channel : block.channels[1]) {
                 findSteps(block.halvings, thresholds[0], channel);
-                estimate(layout, channel, block.bits[1]);
+                estimate(layout, channel, bits[1]);
             }
         }
         for (int q = 0; q < Qualities; ++q)
-            frame.bits[q] +=
-                m_format.channels() == 2 ? std::min(block.bits[0][q], block.bits[1][q]) : block.bits[0][q];
+            frame.bits[q] += m_format.channels() == 2 ? std::min(bits[0][q], bits[1][q]) : bits[0][q];
         begin += layout.size;
     }
     return frame;

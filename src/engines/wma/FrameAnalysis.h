@@ -27,7 +27,6 @@ struct BlockAnalysis
 {
     int halvings;
     std::array<std::array<ChannelAnalysis, MaxChannels>, 2> channels; ///< left and right; mid and side
-    std::array<BitEstimates, 2> bits;                                 ///< of either
 };
 
 struct FrameAnalysis

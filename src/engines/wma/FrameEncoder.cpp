@@ -60,6 +60,13 @@ private:
     float m_sum = 0, m_least = 0;
 };
 
+/// Where noise begins in a band; at its end if none does.
+int noiseBeginIn(const BlockLayout &layout, const ChannelFields &fields, int band)
+{
+    const bool isNoise = band >= layout.firstNoiseBand && fields.isNoise[band - layout.firstNoiseBand];
+    return isNoise ? std::max(layout.edges[band], layout.noiseBegin) : layout.edges[band + 1];
+}
+
 float meanPower(const std::vector<float> &coefficients, int begin, int end)
 {
     const auto first = coefficients.begin() + begin;
@@ -79,22 +86,24 @@ Frame FrameEncoder::encode(const FrameAnalysis &analysis, float quality) const
     Frame frame;
     for (const BlockAnalysis &block : analysis.blocks) {
         const bool sameSize = !frame.empty() && frame.back().halvings == block.halvings;
-        frame.push_back(encodeBlock(block, quality, sameSize ? &frame.back() : nullptr));
+        const BlockFields *before = sameSize ? &frame.back() : nullptr;
+        Trial best = tryBlock(block, false, quality, before);
+        if (m_format.channels() == 2)
+            if (Trial midSide = tryBlock(block, true, quality, before); midSide.cost < best.cost)
+                best = std::move(midSide);
+        frame.push_back(std::move(best.block));
     }
     return frame;
 }
 
-BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quality,
-                                      const BlockFields *before) const
+FrameEncoder::Trial FrameEncoder::tryBlock(const BlockAnalysis &analysis, bool midSide, float quality,
+                                           const BlockFields *before) const
 {
     const BlockLayout &layout = m_layouts[analysis.halvings];
-    BlockFields block;
+    Trial trial;
+    BlockFields &block = trial.block;
     block.halvings = analysis.halvings;
-    if (m_format.channels() == 2) {
-        const auto nearest = static_cast<int>(std::lround((quality - FirstQuality) / QualityStep));
-        const auto q = static_cast<std::size_t>(std::clamp(nearest, 0, Qualities - 1));
-        block.midSide = analysis.bits[1][q] < analysis.bits[0][q];
-    }
+    block.midSide = midSide;
     Channels channels;
     float gain = 1;
     for (int c = 0; c < m_format.channels(); ++c) {
@@ -117,12 +126,17 @@ BlockFields FrameEncoder::encodeBlock(const BlockAnalysis &analysis, float quali
     for (int c = 0; c < m_format.channels(); ++c) {
         Channel &channel = channels[c];
         if (channel.fields.coded) {
-            quantise(layout, block.gain, m_writer.levelCode(block.midSide, c), channel);
+            if (block.newExponents)
+                trial.cost += BitCost * static_cast<float>(m_writer.exponentBits(layout, channel.fields));
+            trial.cost += quantise(layout, block.gain, m_writer.levelCode(midSide, c), channel);
             setNoiseLevels(layout, block.gain, channel);
+        } else {
+            for (int band = 0; band < layout.visibleBands(); ++band)
+                trial.cost += omission(layout, channel, band, layout.edges[band]);
         }
         block.channels[c] = std::move(channel.fields);
     }
-    return block;
+    return trial;
 }
 
 /// Takes those of the block before if that is cheaper. Decoders have them of the channels that were coded.
@@ -167,13 +181,11 @@ void FrameEncoder::chooseSteps(const BlockLayout &layout, float quality, Channel
         channel.wanted[band] = {step, coarsestStep(layout, band, step, analysis), 0};
         if (band >= layout.firstNoiseBand)
             chooseNoise(layout, band, channel);
-        const bool isNoise =
-            band >= layout.firstNoiseBand && channel.fields.isNoise[band - layout.firstNoiseBand];
+        const int end = noiseBeginIn(layout, channel.fields, band);
+        const bool isNoise = end < layout.edges[band + 1];
         const float least = SmallestLive * amplitude(step);
         const auto first = analysis.coefficients.begin() + layout.edges[band];
-        const auto last =
-            analysis.coefficients.begin() +
-            (isNoise ? std::max(layout.edges[band], layout.noiseBegin) : layout.edges[band + 1]);
+        const auto last = analysis.coefficients.begin() + end;
         channel.wanted[band].live =
             static_cast<int>(std::count_if(first, last, [least](float y) { return std::abs(y) >= least; }));
         channel.fields.coded = channel.fields.coded || isNoise || channel.wanted[band].live > 0;
@@ -273,38 +285,50 @@ void FrameEncoder::slopeNoiseExponents(const BlockLayout &layout, Channel &chann
             channel.fields.exponents[band], channel.fields.exponents[band - 1] + LargestExponentStep));
 }
 
-void FrameEncoder::quantise(const BlockLayout &layout, int gain, const LevelCode &code,
-                            Channel &channel) const
+/// What it costs to leave out what a band has from here on, in squared steps.
+float FrameEncoder::omission(const BlockLayout &layout, const Channel &channel, int band, int begin) const
+{
+    const int end = layout.edges[band + 1];
+    return meanPower(channel.analysis->coefficients, begin, end) * static_cast<float>(end - begin) *
+           amplitude(-2 * channel.wanted[band].step);
+}
+
+/// Gives what errors and bits cost.
+float FrameEncoder::quantise(const BlockLayout &layout, int gain, const LevelCode &code,
+                             Channel &channel) const
 {
     ChannelFields &fields = channel.fields;
     const float *coefficients = channel.analysis->coefficients.data();
     fields.levels.assign(static_cast<std::size_t>(layout.codedEnd), 0);
     const int largest = largestExponent(layout, fields);
-    fields.coded = false;
-    // Bands of noise are left out.
-    std::vector<float> sizes;
+    std::vector<WantedLevel> wanted;
     std::vector<int> places;
+    float cost = 0;
+    bool coded = false;
     for (int band = 0; band < layout.visibleBands(); ++band) {
-        int end = layout.edges[band + 1];
-        if (band >= layout.firstNoiseBand && fields.isNoise[band - layout.firstNoiseBand]) {
-            end = std::max(layout.edges[band], layout.noiseBegin);
-            fields.coded = true;
-        }
         const float step =
             static_cast<float>(gain) + ExponentLevel * static_cast<float>(fields.exponents[band] - largest);
         const float inverse = 1 / amplitude(step);
-        for (int k = layout.edges[band]; k < end; ++k) {
-            sizes.push_back(std::abs(coefficients[k]) * inverse);
+        const float weight = amplitude(2 * (step - channel.wanted[band].step));
+        const int noiseBegin = noiseBeginIn(layout, fields, band);
+        for (int k = layout.edges[band]; k < noiseBegin; ++k) {
+            wanted.push_back({std::abs(coefficients[k]) * inverse, weight});
             places.push_back(k);
+        }
+        if (noiseBegin < layout.edges[band + 1]) {
+            coded = true;
+            cost += omission(layout, channel, band, noiseBegin);
         }
     }
     std::vector<std::int16_t> levels;
-    planLevels(sizes, largestLevel(gain), code, levels);
+    cost += planLevels(wanted, largestLevel(gain), code, levels);
     for (std::size_t n = 0; n < levels.size(); ++n) {
         const int k = places[n];
         fields.levels[k] = coefficients[k] < 0 ? static_cast<std::int16_t>(-levels[n]) : levels[n];
-        fields.coded = fields.coded || levels[n] != 0;
+        coded = coded || levels[n] != 0;
     }
+    fields.coded = coded;
+    return cost;
 }
 
 /// A band whose low level the code can't reach from the one before may stay empty, if that is quieter.

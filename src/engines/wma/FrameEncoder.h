@@ -28,7 +28,15 @@ private:
     };
     using Channels = std::array<Channel, MaxChannels>;
 
-    BlockFields encodeBlock(const BlockAnalysis &analysis, float quality, const BlockFields *before) const;
+    /// A block and what its errors and bits cost together, in squared steps.
+    struct Trial
+    {
+        BlockFields block;
+        float cost = 0;
+    };
+
+    Trial tryBlock(const BlockAnalysis &analysis, bool midSide, float quality,
+                   const BlockFields *before) const;
     bool keepExponents(const BlockLayout &layout, const BlockFields &before, BlockFields &block,
                        Channels &channels) const;
     void chooseSteps(const BlockLayout &layout, float quality, Channel &channel) const;
@@ -37,7 +45,8 @@ private:
     void chooseNoise(const BlockLayout &layout, int band, Channel &channel) const;
     void chooseExponents(const BlockLayout &layout, Channel &channel) const;
     void raiseLargestExponent(const BlockLayout &layout, int by, float gain, Channel &channel) const;
-    void quantise(const BlockLayout &layout, int gain, const LevelCode &code, Channel &channel) const;
+    float omission(const BlockLayout &layout, const Channel &channel, int band, int begin) const;
+    float quantise(const BlockLayout &layout, int gain, const LevelCode &code, Channel &channel) const;
     int firstPureNoise(const BlockLayout &layout, const Channel &channel) const;
     void slopeNoiseExponents(const BlockLayout &layout, Channel &channel) const;
     void setNoiseLevels(const BlockLayout &layout, int gain, Channel &channel) const;

@@ -26,26 +26,30 @@ struct Place
 
 } // namespace
 
-void planLevels(std::span<const float> sizes, int largest, const LevelCode &code,
-                std::vector<std::int16_t> &levels)
+float planLevels(std::span<const WantedLevel> wanted, int largest, const LevelCode &code,
+                 std::vector<std::int16_t> &levels)
 {
     std::vector<Place> places(1); // the beginning
-    places.reserve(sizes.size() + 1);
+    places.reserve(wanted.size() + 1);
     std::size_t sure = 0;
-    for (std::size_t k = 0; k < sizes.size(); ++k) {
-        const float size = sizes[k], zeros = places.back().zeros;
-        if (size < LeastSize)
+    float smallOnes = 0;
+    for (std::size_t k = 0; k < wanted.size(); ++k) {
+        const auto [size, weight] = wanted[k];
+        if (size < LeastSize) {
+            smallOnes += weight * size * size;
             continue;
-        Place place{static_cast<int>(k), size > SureSize ? 0 : zeros + size * size,
+        }
+        const float zeros = places.back().zeros;
+        Place place{static_cast<int>(k), size > SureSize ? 0 : zeros + weight * size * size,
                     std::numeric_limits<float>::max()};
         const std::size_t count = places.size(), first = std::max(sure + Reach, count) - Reach;
         const int nearest = std::clamp(static_cast<int>(size + 0.5F), 1, largest);
         for (int level = nearest; level >= std::max(nearest - 1, 1); --level) {
-            const float error = (size - static_cast<float>(level)) * (size - static_cast<float>(level));
+            const float error = size - static_cast<float>(level);
             for (std::size_t n = first; n < count; ++n) {
                 const int bits = code.bits(place.position - places[n].position - 1, level);
-                const float cost =
-                    places[n].cost + zeros - places[n].zeros + error + BitCost * static_cast<float>(bits);
+                const float cost = places[n].cost + zeros - places[n].zeros + weight * error * error +
+                                   BitCost * static_cast<float>(bits);
                 if (cost < place.cost) {
                     place.cost = cost;
                     place.before = static_cast<int>(n);
@@ -62,10 +66,11 @@ void planLevels(std::span<const float> sizes, int largest, const LevelCode &code
     const auto last = std::min_element(
         places.begin() + static_cast<std::ptrdiff_t>(sure), places.end(),
         [&](const Place &one, const Place &other) { return costInAll(one) < costInAll(other); });
-    levels.assign(sizes.size(), 0);
+    levels.assign(wanted.size(), 0);
     for (const Place *place = &*last; place->before >= 0;
          place = &places[static_cast<std::size_t>(place->before)])
         levels[static_cast<std::size_t>(place->position)] = place->level;
+    return costInAll(*last) + smallOnes;
 }
 
 } // namespace wma
