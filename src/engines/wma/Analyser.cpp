@@ -18,7 +18,7 @@ constexpr float BandShare = 0.85F;
 constexpr float RichBandShare = 0.95F;
 constexpr double RichBitsPerSample = 1.25;
 /// How far the step follows the width of a critical band: in wide ones less noise costs more bits.
-constexpr float WidthShare = 0.8F;
+constexpr float WidthShare = 0.65F;
 constexpr float UsualWidth = 200; ///< Hz, of a critical band
 /// What a sound masks behind it, within a frame: dB for each millisecond later.
 constexpr float MaskingDecay = 1.2F;
@@ -44,7 +44,7 @@ dsp::MaskingModel maskingModel(const StreamFormat &format, int size)
 {
     dsp::MaskingSettings settings;
     settings.noiseOffset = 5;
-    settings.highOffset = 0;
+    settings.highOffset = 0.25;
     settings.quietOffset = 30; // faint passages are turned up
     settings.judgesTonality = 2 * size * TonalHertz > format.rate();
     return {size, double(format.rate()), size / 2.0, settings};
