@@ -14,6 +14,23 @@ namespace {
 
 constexpr double Rate = 44100;
 constexpr double Tau = 2 * std::numbers::pi;
+/// Root mean square in 16-bit units, 78 dB under full scale.
+constexpr double HissLevel = 4;
+
+class Noise
+{
+public:
+    explicit Noise(std::uint32_t seed) : m_state(seed) {}
+
+    double uniform() // -1 to 1
+    {
+        m_state = m_state * 1664525 + 1013904223;
+        return static_cast<std::int32_t>(m_state) / 2147483648.0;
+    }
+
+private:
+    std::uint32_t m_state;
+};
 
 struct Stereo
 {
@@ -39,34 +56,22 @@ struct Stereo
         }
     }
 
-    std::vector<std::int16_t> scaled(double peak) const
+    /// With the noise that microphones and amplifiers leave in a recording.
+    std::vector<std::int16_t> recorded(double peak) const
     {
+        Noise hiss(777);
         double loudest = 1e-9;
         for (std::size_t n = 0; n < left.size(); ++n)
             loudest = std::max({loudest, std::abs(left[n]), std::abs(right[n])});
         std::vector<std::int16_t> samples;
         for (std::size_t n = 0; n < left.size(); ++n)
             for (const double value : {left[n], right[n]})
-                samples.push_back(static_cast<std::int16_t>(std::lround(value / loudest * peak)));
+                samples.push_back(static_cast<std::int16_t>(
+                    std::lround(value / loudest * peak + std::sqrt(3.0) * HissLevel * hiss.uniform())));
         return samples;
     }
 
     std::vector<double> left, right;
-};
-
-class Noise
-{
-public:
-    explicit Noise(std::uint32_t seed) : m_state(seed) {}
-
-    double uniform() // -1 to 1
-    {
-        m_state = m_state * 1664525 + 1013904223;
-        return static_cast<std::int32_t>(m_state) / 2147483648.0;
-    }
-
-private:
-    std::uint32_t m_state;
 };
 
 double note(int semitones)
@@ -257,35 +262,35 @@ void addReverb(Stereo &sound)
 
 } // namespace
 
-std::vector<Material> material()
+std::vector<Material> material(double seconds)
 {
-    constexpr double Seconds = 14;
     std::vector<Material> all;
-    all.push_back({"pads", true, pads(Seconds).scaled(20000)});
-    all.push_back({"plucks", true, plucks(Seconds).scaled(24000)});
-    all.push_back({"drums", true, drums(Seconds).scaled(29000)});
-    all.push_back({"speech", true, speech(Seconds).scaled(22000)});
-    Stereo mix = pads(Seconds);
-    mix.add(plucks(Seconds), 1.2);
-    mix.add(drums(Seconds), 1.5);
-    mix.add(speech(Seconds), 4);
-    all.push_back({"mix", true, mix.scaled(29000)});
-    all.push_back({"dense", true, dense(Seconds).scaled(28000)});
-    all.push_back({"clicks", true, clicks(Seconds).scaled(25000)});
-    Stereo bellsOverNoise = bells(Seconds);
-    bellsOverNoise.add(hiss(Seconds), 0.02);
-    all.push_back({"bells over noise", false, bellsOverNoise.scaled(22000)});
-    Stereo band = plucks(Seconds);
-    band.add(drums(Seconds), 1.0);
-    band.add(pads(Seconds), 0.5);
+    all.push_back({"pads", true, pads(seconds).recorded(20000)});
+    all.push_back({"plucks", true, plucks(seconds).recorded(24000)});
+    all.push_back({"drums", true, drums(seconds).recorded(29000)});
+    all.push_back({"speech", true, speech(seconds).recorded(22000)});
+    Stereo mix = pads(seconds);
+    mix.add(plucks(seconds), 1.2);
+    mix.add(drums(seconds), 1.5);
+    mix.add(speech(seconds), 4);
+    all.push_back({"mix", true, mix.recorded(29000)});
+    all.push_back({"dense", true, dense(seconds).recorded(28000)});
+    all.push_back({"clicks", true, clicks(seconds).recorded(25000)});
+    Stereo bellsOverNoise = bells(seconds);
+    bellsOverNoise.add(hiss(seconds), 0.02);
+    all.push_back({"bells over noise", false, bellsOverNoise.recorded(22000)});
+    Stereo band = plucks(seconds);
+    band.add(drums(seconds), 1.0);
+    band.add(pads(seconds), 0.5);
     addReverb(band);
-    all.push_back({"band with reverb", false, band.scaled(28000)});
-    Stereo talk = bells(Seconds);
-    talk.add(speech(Seconds), 6);
-    all.push_back({"talk over bells", false, talk.scaled(24000)});
+    all.push_back({"band with reverb", false, band.recorded(28000)});
+    Stereo talk = bells(seconds);
+    talk.add(speech(seconds), 6);
+    all.push_back({"talk over bells", false, talk.recorded(24000)});
     for (int number = 1; number <= 6; ++number)
-        all.push_back({"disc piece " + std::to_string(number), false,
-                       demodisc::render({number, 14 * demodisc::SectorsPerSecond, {}})});
+        all.push_back(
+            {"disc piece " + std::to_string(number), false,
+             demodisc::render({number, static_cast<int>(seconds * demodisc::SectorsPerSecond), {}})});
     return all;
 }
 
