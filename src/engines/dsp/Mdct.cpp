@@ -1,6 +1,8 @@
 #include "engines/dsp/Mdct.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <numbers>
 
@@ -10,10 +12,17 @@ namespace {
 
 constexpr double Pi = std::numbers::pi;
 
-/// Of the sample at `place` of a slope of `length`.
-double slopeValue(int place, int length)
+/// The rising slope of that length, a power of two.
+const std::vector<double> &slopeOf(int length)
 {
-    return std::sin(Pi * (place + 0.5) / (2.0 * length));
+    static const auto slopes = [] {
+        std::array<std::vector<double>, 13> all; // up to 4096
+        for (std::size_t power = 0; power < all.size(); ++power)
+            for (int n = 0; n < 1 << power; ++n)
+                all[power].push_back(std::sin(Pi * (n + 0.5) / (2.0 * (1 << power))));
+        return all;
+    }();
+    return slopes.at(static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(length))));
 }
 
 } // namespace
@@ -122,16 +131,18 @@ void applyLeftSlope(Real *samples, int size, int slope)
 {
     const int start = (size - slope) / 2;
     std::fill(samples, samples + start, Real(0));
+    const std::vector<double> &rising = slopeOf(slope);
     for (int n = 0; n < slope; ++n)
-        samples[start + n] *= static_cast<Real>(slopeValue(n, slope));
+        samples[start + n] *= static_cast<Real>(rising[n]);
 }
 
 template <typename Real>
 void applyRightSlope(Real *samples, int size, int slope)
 {
     const int start = size + (size - slope) / 2;
+    const std::vector<double> &rising = slopeOf(slope);
     for (int n = 0; n < slope; ++n)
-        samples[start + n] *= static_cast<Real>(slopeValue(slope - 1 - n, slope));
+        samples[start + n] *= static_cast<Real>(rising[slope - 1 - n]);
     std::fill(samples + start + slope, samples + 2 * size, Real(0));
 }
 

@@ -43,8 +43,8 @@ private:
 extern template class Mdct<float>;
 extern template class Mdct<double>;
 
-/// Multiplies the left half of a block of 2 * size samples by a rising sine slope of `slope` samples centred
-/// in that half; before it is silence.
+/// Multiplies the left half of a block of 2 * size samples by a rising sine slope of `slope` samples, a power
+/// of two, centred in that half; before it is silence.
 template <typename Real>
 void applyLeftSlope(Real *samples, int size, int slope);
 /// The mirror image on the right half.

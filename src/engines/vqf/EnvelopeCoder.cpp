@@ -54,9 +54,11 @@ void EnvelopeCoder::fitBlock(BlockType type, const std::array<EnvelopeTarget::Ba
     const TypeLayout &layout = Layouts[type];
     const auto history = static_cast<float>(last ? layout.history : 0);
     std::array<std::array<float, BookSize>, MaxBands> values, ratios;
+    std::array<float, MaxBands> leastRatios;
     for (int band = 0; band < layout.bands; ++band) {
         const float remembered = history * (last ? (*last)[band] : 0);
         const float wanted = std::max(bands[band].level, FaintestLevel);
+        leastRatios[band] = std::log(std::max(bands[band].least, FaintestLevel) / wanted);
         for (int entry = 0; entry < BookSize; ++entry) {
             const float value =
                 static_cast<float>(m_tables.bark[type][entry][band / layout.barkIndices]) / 4096;
@@ -78,7 +80,9 @@ void EnvelopeCoder::fitBlock(BlockType type, const std::array<EnvelopeTarget::Ba
                     const float ratio = ratios[band][entry] + logGain;
                     const float level = values[band][entry] * gain;
                     const float off = level - target.level;
-                    costs[entry] += target.ratioCost * ratio * ratio + target.errorCost * off * off;
+                    const float missing = std::max(leastRatios[band] - ratio, 0.0F);
+                    costs[entry] += target.ratioCost * ratio * ratio + target.errorCost * off * off +
+                                    target.leastCost * missing * missing;
                 }
             }
             const auto best = std::min_element(costs.begin(), costs.end());
@@ -101,7 +105,7 @@ CodedEnvelope EnvelopeCoder::fit(BlockType type, const EnvelopeTarget &target, c
     const double loudest = std::exp(*std::max_element(means.begin(), means.begin() + layout.blocks));
     constexpr int UsualBlockGain = 30; // of the loudest block; one step is left for a louder one
     fields.gain = static_cast<std::uint8_t>(
-        nearestIndex(256, loudest, [&](int gain) { return gainOf(gain, UsualBlockGain); }));
+        nearestIndex(Gains, loudest, [&](int gain) { return gainOf(gain, UsualBlockGain); }));
 
     double cost = 0;
     Levels last = history.envelope[type], unused;
@@ -112,13 +116,13 @@ CodedEnvelope EnvelopeCoder::fit(BlockType type, const EnvelopeTarget &target, c
         };
         if (type == Long) {
             for (int step = -6; step <= 6; ++step) {
-                const int gain = std::clamp(fields.gain + 6 * step, 0, 255);
+                const int gain = std::clamp(fields.gain + 6 * step, 0, Gains - 1);
                 addGain(gain, gainOf(gain, 0));
             }
         } else {
-            const int near = nearestIndex(32, std::exp(means[block]),
+            const int near = nearestIndex(BlockGains, std::exp(means[block]),
                                           [&](int blockGain) { return gainOf(fields.gain, blockGain); });
-            for (int gain = std::max(near - 3, 0); gain <= std::min(near + 3, 31); ++gain)
+            for (int gain = std::max(near - 3, 0); gain <= std::min(near + 3, BlockGains - 1); ++gain)
                 addGain(gain, gainOf(fields.gain, gain));
         }
         BlockFit best;

@@ -14,6 +14,8 @@ struct EnvelopeTarget
         float level = 0;     ///< of the codebook entries' factor, gain times envelope
         float ratioCost = 0; ///< of the squared logarithm of the ratio to that level
         float errorCost = 0; ///< of the squared distance to that level
+        float least = 0;     ///< the level that the largest coefficient needs
+        float leastCost = 0; ///< of the squared logarithm of the ratio to a lower one
     };
     std::array<std::array<Band, MaxBands>, MaxBlocks> bands;
 };

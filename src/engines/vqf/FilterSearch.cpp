@@ -13,9 +13,9 @@ namespace {
 constexpr std::array<int, LspSplits + 1> SplitEdges{0, 4, 9, 14, 20};
 constexpr int MaxPoints = 160;
 /// How many of the coarse choices are refined, and how often each part of them.
-constexpr std::size_t Refined = 6;
+constexpr std::size_t Refined = 4;
 constexpr int Rounds = 2;
-constexpr std::size_t Kept = 3;
+constexpr std::size_t Kept = 2;
 
 /// The natural logarithm of a positive number to three digits.
 inline float quickLog(float x)
@@ -53,13 +53,14 @@ public:
         alignas(32) float even[MaxPoints];
     };
 
-    explicit Curve(const FilterTarget &target) : m_count(static_cast<int>(target.size()))
+    explicit Curve(const FilterTarget &target)
+        : m_count(static_cast<int>(target.points.size())), m_mostGain(target.mostGain)
     {
         for (int p = 0; p < m_count; ++p) {
-            m_cosine[p] = static_cast<float>(2 * std::cos(target[p].angle));
-            m_logLevel[p] = target[p].logLevel;
-            m_costs[p] = target[p].cost;
-            m_sum += target[p].cost;
+            m_cosine[p] = static_cast<float>(2 * std::cos(target.points[p].angle));
+            m_logLevel[p] = target.points[p].logLevel;
+            m_costs[p] = target.points[p].cost;
+            m_sum += target.points[p].cost;
         }
     }
 
@@ -92,7 +93,7 @@ public:
         }
     }
 
-    /// What is missed, but for the gain.
+    /// What is missed with the best gain there is.
     float cost(const Part &rest, const Part &part) const
     {
         alignas(32) float ratio[MaxPoints];
@@ -104,11 +105,15 @@ public:
             mean += m_costs[p] * ratio[p];
             squares += m_costs[p] * ratio[p] * ratio[p];
         }
-        return squares - mean * mean / m_sum;
+        // The filter's curve is twice the inverse.
+        const float gain = mean / m_sum - std::numbers::ln2_v<float>;
+        const float missing = std::max(gain - m_mostGain, 0.0F);
+        return squares - mean * mean / m_sum + m_sum * missing * missing;
     }
 
 private:
     int m_count;
+    float m_mostGain;
     float m_sum = 1e-20F;
     alignas(32) float m_cosine[MaxPoints];
     alignas(32) float m_logLevel[MaxPoints];

@@ -4,15 +4,20 @@
 
 namespace vqf {
 
-/// What a filter's curve should be at points of a block's spectrum, whatever its gain, and what missing it
-/// costs.
+/// What a filter's curve should be at a point of a block's spectrum, and what missing it costs.
 struct FilterPoint
 {
     double angle;
     float logLevel; ///< natural logarithm of the amplitude
     float cost;     ///< of the squared logarithm of the ratio to that level
 };
-using FilterTarget = std::vector<FilterPoint>;
+
+/// The wanted curve up to its gain.
+struct FilterTarget
+{
+    std::vector<FilterPoint> points;
+    float mostGain; ///< natural logarithm of the largest factor that may be between the curve and the levels
+};
 
 /// Finds the fields whose filter comes nearest to a target.
 class FilterSearch

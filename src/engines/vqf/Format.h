@@ -20,6 +20,8 @@ constexpr int MaxVectors = 304;
 constexpr int MaxVectorLength = 15;
 constexpr int MaxBands = 40;
 constexpr int MaxBarkIndices = 4; ///< of a block
+constexpr int Gains = 256;        ///< of a frame
+constexpr int BlockGains = 32;
 
 /// How a frame is divided into blocks, the units of the transform.
 enum BlockType { Short, Medium, Long, BlockTypes };

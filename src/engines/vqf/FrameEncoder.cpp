@@ -1,5 +1,7 @@
 #include "engines/vqf/FrameEncoder.h"
 
+#include "engines/vqf/EvenError.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -10,14 +12,17 @@ namespace vqf {
 
 namespace {
 
-/// The bits per coefficient that the search is worth where they are spent well, by experiment.
-constexpr float EffectiveBits = 0.7F;
 /// How much of the power is kept where no bits are left.
-constexpr float LeastPower = 0.05F;
+constexpr float LeastPower = 0.001F;
 /// How often gains and envelopes are made to suit the entries found, and the entries searched again.
 constexpr int RefinementRounds = 2;
 /// A faint error counts, too, where all is silent.
 constexpr float FaintPower = 1e-6F;
+
+/// How large a sum of two entries may be asked for, as a multiple of their root mean square, and what asking
+/// for more costs. Tones far above their surroundings would get lost.
+constexpr float LargestEntry = 4;
+constexpr float OverloadCost = 4;
 
 constexpr std::array<float, 2> FilterExponents{0.5F, 0.7F}; // of the power
 
@@ -42,33 +47,32 @@ FrameEncoder::FrameEncoder(const Tables &tables, dsp::Workers &workers)
       m_books{SearchBooks(tables.main[Short], Layouts[Short].vectorLength),
               SearchBooks(tables.main[Medium], Layouts[Medium].vectorLength),
               SearchBooks(tables.main[Long], Layouts[Long].vectorLength)},
-      m_peakBooks(tables.peaks),
       m_edges{bandEdges(tables, Short), bandEdges(tables, Medium), bandEdges(tables, Long)},
+      m_peakCoder(tables, workers),
       m_filterSearch(tables),
       m_envelopeCoder(tables)
-{
-    for (int period = 0; period < PeakPeriods; ++period)
-        m_peakPositions.push_back(peakPositions(period));
-}
+{}
 
-Frame FrameEncoder::encode(int window, const std::array<const float *, Channels> &samples)
+Frame FrameEncoder::encode(int window, const std::array<const float *, Channels> &samples,
+                           const NoiseWeights &weights)
 {
     Frame frame;
     frame.window = window;
     const BlockType type = frame.type();
     analyse(WindowShapes[window], samples);
-    m_weights.analyse(WindowShapes[window], samples, m_workers);
+    weights.weigh(window, m_weight, &m_balance);
     spendBits();
     m_workers.run(Channels, [&](int c) { fitFilter(type, c, frame.channel[c]); });
-    if (type == Long && choosePeaks(frame)) {
-        fitPeaks(frame);
+    if (type == Long && m_peakCoder.encode(frame, m_channels, m_weight, m_books[type].rms))
         m_workers.run(Channels, [&](int c) { fitEnvelope(type, c, frame.channel[c]); });
-    }
     search(frame);
     double error = weightedError();
     for (int round = 0; round < RefinementRounds; ++round) {
+        const double before = error;
         refineGain(frame, error);
         refineEnvelope(frame, error);
+        if (error >= before)
+            break; // another round would try the same
     }
     remember(frame);
     return frame;
@@ -77,7 +81,7 @@ Frame FrameEncoder::encode(int window, const std::array<const float *, Channels>
 void FrameEncoder::analyse(const WindowShape &shape, const std::array<const float *, Channels> &samples)
 {
     m_workers.run(Channels, [&](int c) {
-        Channel &channel = m_channels[c];
+        ChannelWork &channel = m_channels[c];
         channel.transform.analyse(shape, samples[c], channel.wanted.data(), channel.sines.data());
         for (int k = 0; k < FrameSize; ++k)
             channel.power[k] = (square(channel.wanted[k]) + square(channel.sines[k])) / 2;
@@ -86,37 +90,28 @@ void FrameEncoder::analyse(const WindowShape &shape, const std::array<const floa
     });
 }
 
-/// Finds the errors that the frame's bits leave where they are spent as the weights ask for: all
-/// coefficients' weighted errors are the same, but for those that are smaller anyway and get no bits.
+/// Finds the errors that the frame's bits leave.
 void FrameEncoder::spendBits()
 {
-    std::array<Spectrum, Channels> wants; // bits, less what the common level of errors saves
+    std::array<float, Channels * FrameSize> weighted;
     for (int c = 0; c < Channels; ++c)
         for (int k = 0; k < FrameSize; ++k)
-            wants[c][k] = std::log2(m_weights.weight()[k] * m_channels[c].power[k] + FaintPower) / 2;
-    float low = -20, high = 30;
-    for (int step = 0; step < 16; ++step) {
-        const float middle = (low + high) / 2;
-        float bits = 0;
-        for (const Spectrum &of : wants)
-            for (const float want : of)
-                bits += std::max(want - middle, 0.0F);
-        (bits > EffectiveBits * Channels * FrameSize ? low : high) = middle;
-    }
+            weighted[c * FrameSize + k] = m_weight[k] * m_channels[c].power[k];
+    const float error = evenError(weighted);
     for (int k = 0; k < FrameSize; ++k)
-        m_left[k] = std::exp2(2 * high) / m_weights.weight()[k];
+        m_left[k] = error / m_weight[k];
 }
 
 /// The power that codebook entries should have in place of a coefficient: without the part that the bits
 /// leave. Louder ones would be noise.
-float FrameEncoder::kept(const Channel &channel, int k) const
+float FrameEncoder::kept(const ChannelWork &channel, int k) const
 {
     const float power = (square(channel.wanted[k] - channel.peaks[k]) + channel.power[k]) / 2;
     return std::max(power - m_left[k], LeastPower * power);
 }
 
 /// The level and the cost at points a few of which lie in each band, means over the blocks.
-FilterTarget FrameEncoder::filterTarget(BlockType type, const Channel &channel) const
+FilterTarget FrameEncoder::filterTarget(BlockType type, const ChannelWork &channel) const
 {
     const TypeLayout &layout = Layouts[type];
     std::vector<int> edges{0};
@@ -127,18 +122,19 @@ FilterTarget FrameEncoder::filterTarget(BlockType type, const Channel &channel) 
         for (int n = 1; n <= parts; ++n)
             edges.push_back(begin + width * n / parts);
     }
-    FilterTarget target;
+    std::vector<FilterPoint> points;
     for (std::size_t n = 0; n + 1 < edges.size(); ++n)
-        target.push_back({std::numbers::pi * (edges[n] + edges[n + 1]) / 2 / layout.blockSize, 0, 0});
+        points.push_back({std::numbers::pi * (edges[n] + edges[n + 1]) / 2 / layout.blockSize, 0, 0});
+    float loudest = std::numeric_limits<float>::lowest();
     for (int block = 0; block < layout.blocks; ++block) {
-        FilterTarget levels = target;
+        std::vector<FilterPoint> levels = points;
         float mean = 0, costs = 1e-20F;
         for (std::size_t n = 0; n < levels.size(); ++n) {
             float energy = FaintPower, audible = 0;
             for (int k = block * layout.blockSize + edges[n]; k < block * layout.blockSize + edges[n + 1];
                  ++k) {
                 energy += kept(channel, k);
-                audible += channel.power[k] * m_weights.weight()[k];
+                audible += channel.power[k] * m_weight[k];
             }
             const auto width = static_cast<float>(edges[n + 1] - edges[n]);
             levels[n].logLevel = std::log(energy / width) / 2;
@@ -146,20 +142,22 @@ FilterTarget FrameEncoder::filterTarget(BlockType type, const Channel &channel) 
             mean += levels[n].logLevel * levels[n].cost;
             costs += levels[n].cost;
         }
+        loudest = std::max(loudest, mean / costs);
         for (std::size_t n = 0; n < levels.size(); ++n) {
-            target[n].logLevel += (levels[n].logLevel - mean / costs) * levels[n].cost;
-            target[n].cost += levels[n].cost;
+            points[n].logLevel += (levels[n].logLevel - mean / costs) * levels[n].cost;
+            points[n].cost += levels[n].cost;
         }
     }
-    for (FilterTarget::value_type &point : target)
+    for (FilterPoint &point : points)
         point.logLevel /= std::max(point.cost, 1e-20F);
-    return target;
+    const double most = gainValue(type, Gains - 1, BlockGains - 1) * m_books[type].rms;
+    return {points, static_cast<float>(std::log(most)) - loudest};
 }
 
 /// The filter whose rest the envelope can follow best.
 void FrameEncoder::fitFilter(BlockType type, int channelNumber, ChannelFields &fields)
 {
-    Channel &channel = m_channels[channelNumber];
+    ChannelWork &channel = m_channels[channelNumber];
     std::vector<Lsp> starts;
     for (const float exponent : FilterExponents)
         if (const std::optional<Lsp> lsp = m_lspAnalysis.analyse(type, channel.power.data(), exponent))
@@ -182,7 +180,7 @@ void FrameEncoder::fitFilter(BlockType type, int channelNumber, ChannelFields &f
     fitEnvelope(type, channelNumber, fields);
 }
 
-void FrameEncoder::setFilter(BlockType type, Channel &channel, const ChannelFields &fields) const
+void FrameEncoder::setFilter(BlockType type, ChannelWork &channel, const ChannelFields &fields) const
 {
     const DecodedLsp lsp = decodeLsp(m_tables, fields, channel.history.lsp);
     channel.raw = lsp.raw;
@@ -193,22 +191,29 @@ void FrameEncoder::setFilter(BlockType type, Channel &channel, const ChannelFiel
 }
 
 /// A band's level is the one at which the codebooks' entries are as loud as its coefficients.
-EnvelopeTarget FrameEncoder::envelopeTarget(BlockType type, const Channel &channel) const
+EnvelopeTarget FrameEncoder::envelopeTarget(BlockType type, const ChannelWork &channel) const
 {
     const TypeLayout &layout = Layouts[type];
     EnvelopeTarget target;
     for (int block = 0; block < layout.blocks; ++block) {
         const int start = block * layout.blockSize;
         for (int band = 0; band < layout.bands; ++band) {
-            float energy = 0, audible = 0;
+            float energy = 0, audible = 0, largest = 0, ofLargest = 0;
             for (int k = start + m_edges[type][band]; k < start + m_edges[type][band + 1]; ++k) {
                 energy += kept(channel, k) / square(channel.curve[k]);
-                audible += channel.power[k] * m_weights.weight()[k];
+                audible += channel.power[k] * m_weight[k];
+                const float rest = std::abs(channel.wanted[k] - channel.peaks[k]);
+                if (rest > largest * channel.curve[k]) {
+                    largest = rest / channel.curve[k];
+                    ofLargest = m_weight[k] * square(rest);
+                }
             }
             const auto width = static_cast<float>(m_edges[type][band + 1] - m_edges[type][band]);
             EnvelopeTarget::Band &of = target.bands[block][band];
             of.level = std::sqrt(energy / width) / m_books[type].rms;
             of.ratioCost = ratioCost(audible, width);
+            of.least = largest / (LargestEntry * m_books[type].rms);
+            of.leastCost = OverloadCost * ratioCost(ofLargest, 1);
         }
     }
     return target;
@@ -216,13 +221,13 @@ EnvelopeTarget FrameEncoder::envelopeTarget(BlockType type, const Channel &chann
 
 void FrameEncoder::fitEnvelope(BlockType type, int channelNumber, ChannelFields &fields)
 {
-    Channel &channel = m_channels[channelNumber];
+    ChannelWork &channel = m_channels[channelNumber];
     setLevels(
         type, channel,
         m_envelopeCoder.fit(type, envelopeTarget(type, channel), channel.history, m_seen[type], fields));
 }
 
-void FrameEncoder::setLevels(BlockType type, Channel &channel, const CodedEnvelope &envelope) const
+void FrameEncoder::setLevels(BlockType type, ChannelWork &channel, const CodedEnvelope &envelope) const
 {
     const TypeLayout &layout = Layouts[type];
     for (int block = 0; block < layout.blocks; ++block) {
@@ -230,99 +235,6 @@ void FrameEncoder::setLevels(BlockType type, Channel &channel, const CodedEnvelo
         for (int band = 0; band < layout.bands; ++band)
             for (int k = start + m_edges[type][band]; k < start + m_edges[type][band + 1]; ++k)
                 channel.level[k] = channel.curve[k] * envelope.levels[block][band];
-    }
-}
-
-/// Sets each channel's period to that at whose multiples most stands out; whether anything does.
-bool FrameEncoder::choosePeaks(Frame &frame)
-{
-    std::array<bool, Channels> found{};
-    m_workers.run(Channels, [&](int c) {
-        const Channel &channel = m_channels[c];
-        Spectrum outstanding;
-        for (int k = 0; k < FrameSize; ++k)
-            outstanding[k] = m_weights.weight()[k] * (square(channel.wanted[k]) -
-                                                      1.5F * square(channel.level[k] * m_books[Long].rms));
-        float best = 0;
-        for (int period = 0; period < PeakPeriods; ++period) {
-            float sum = 0;
-            for (const int position : m_peakPositions[period])
-                sum += outstanding[position];
-            if (sum > best) {
-                best = sum;
-                frame.channel[c].period = static_cast<std::uint16_t>(period);
-                found[c] = true;
-            }
-        }
-        frame.channel[c].peakGain = found[c] ? 1 : 0;
-    });
-    return found[0] || found[1];
-}
-
-/// Gains and shape of the peaks whose periods are chosen; a gain of 0 stays.
-void FrameEncoder::fitPeaks(Frame &frame)
-{
-    struct Peaks
-    {
-        std::array<float, PeakValues> target, weight, shape;
-        float gain = 0;
-    };
-    std::array<Peaks, Channels> peaks;
-    const auto setGain = [](ChannelFields &fields, double wanted) {
-        int gain = 0;
-        while (gain < PeakGains - 1 && peakGainValue(gain) * peakGainValue(gain + 1) < wanted * wanted)
-            ++gain;
-        fields.peakGain = static_cast<std::uint8_t>(gain);
-        return static_cast<float>(peakGainValue(gain));
-    };
-    for (int c = 0; c < Channels; ++c) {
-        ChannelFields &fields = frame.channel[c];
-        const Channel &channel = m_channels[c];
-        float power = 0, weights = 0;
-        for (int n = 0; n < PeakValues; ++n) {
-            const int k = m_peakPositions[fields.period][n];
-            peaks[c].target[n] = channel.wanted[k] / channel.curve[k];
-            peaks[c].weight[n] = m_weights.weight()[k] * square(channel.curve[k]);
-            power += peaks[c].weight[n] * square(peaks[c].target[n]);
-            weights += peaks[c].weight[n];
-        }
-        peaks[c].gain = fields.peakGain == 0 ? static_cast<float>(peakGainValue(0))
-                                             : setGain(fields, std::sqrt(power / weights) / m_peakBooks.rms);
-    }
-    constexpr int Rounds = 3;
-    for (int round = 0; round < Rounds; ++round) {
-        for (int vector = 0; vector < PeakVectors; ++vector) {
-            SearchVector search{PeakVectorLength, {}, {}};
-            for (int n = 0; n < PeakVectorLength; ++n) {
-                const PeakPlace place = peakPlace(vector, n);
-                const Peaks &of = peaks[place.channel];
-                search.target[n] = of.target[place.value] / of.gain;
-                search.weight[n] = of.weight[place.value] * square(of.gain);
-            }
-            frame.peaks[vector] = bestPair(m_peakBooks, search, true);
-            for (int n = 0; n < PeakVectorLength; ++n) {
-                const PeakPlace place = peakPlace(vector, n);
-                peaks[place.channel].shape[place.value] = pairValue(m_peakBooks, frame.peaks[vector], n);
-            }
-        }
-        for (int c = 0; round < Rounds - 1 && c < Channels; ++c) {
-            Peaks &of = peaks[c];
-            float product = 0, power = 0;
-            for (int n = 0; n < PeakValues; ++n) {
-                product += of.weight[n] * of.target[n] * of.shape[n];
-                power += of.weight[n] * square(of.shape[n]);
-            }
-            if (frame.channel[c].peakGain > 0)
-                of.gain = setGain(frame.channel[c], std::max(product / power, 0.0F));
-        }
-    }
-    for (int c = 0; c < Channels; ++c) {
-        Channel &channel = m_channels[c];
-        for (int n = 0; n < PeakValues; ++n) {
-            const int k = m_peakPositions[frame.channel[c].period][n];
-            channel.peaks[k] = peaks[c].gain * peaks[c].shape[n] * channel.curve[k];
-            channel.power[k] = square(channel.wanted[k] - channel.peaks[k]);
-        }
     }
 }
 
@@ -344,11 +256,11 @@ void FrameEncoder::search(Frame &frame)
                 SearchVector search{places.length(vector), {}, {}};
                 for (int n = 0; n < search.length; ++n) {
                     const VectorLayout::Place &place = places.place(vector, n);
-                    const Channel &channel = m_channels[place.channel];
+                    const ChannelWork &channel = m_channels[place.channel];
                     const int k = place.offset;
-                    const float hidden = m_weights.balance()[k] * m_channels[1 - place.channel].error[k];
+                    const float hidden = m_balance[k] * m_channels[1 - place.channel].error[k];
                     search.target[n] = (channel.wanted[k] - channel.peaks[k] + hidden) / channel.level[k];
-                    search.weight[n] = m_weights.weight()[k] * square(channel.level[k]);
+                    search.weight[n] = m_weight[k] * square(channel.level[k]);
                 }
                 const PairIndex pair = bestPair(books, search, vector < Layouts[type].signedVectors);
                 frame.main[vector] = pair;
@@ -363,7 +275,7 @@ void FrameEncoder::search(Frame &frame)
                 continue;
             for (int n = 0; n < places.length(vector); ++n) {
                 const VectorLayout::Place &place = places.place(vector, n);
-                Channel &channel = m_channels[place.channel];
+                ChannelWork &channel = m_channels[place.channel];
                 const int k = place.offset;
                 channel.error[k] = channel.wanted[k] - channel.peaks[k] - channel.level[k] * channel.coded[k];
             }
@@ -375,9 +287,8 @@ double FrameEncoder::weightedError() const
 {
     double error = 0;
     for (int k = 0; k < FrameSize; ++k)
-        error += m_weights.weight()[k] *
-                 (square(m_channels[0].error[k]) + square(m_channels[1].error[k]) +
-                  2 * m_weights.balance()[k] * m_channels[0].error[k] * m_channels[1].error[k]);
+        error += m_weight[k] * (square(m_channels[0].error[k]) + square(m_channels[1].error[k]) +
+                                2 * m_balance[k] * m_channels[0].error[k] * m_channels[1].error[k]);
     return error;
 }
 
@@ -403,13 +314,13 @@ void FrameEncoder::tryChange(Frame &frame, double &error, Frame changed)
 }
 
 /// The weighted products over coefficients begin to end: what is coded with what is wanted, and with itself.
-FrameEncoder::Products FrameEncoder::products(const Channel &channel, int begin, int end) const
+FrameEncoder::Products FrameEncoder::products(const ChannelWork &channel, int begin, int end) const
 {
     Products sums{};
     for (int k = begin; k < end; ++k) {
         const float coded = channel.level[k] * channel.coded[k];
-        sums.wanted += m_weights.weight()[k] * coded * (channel.wanted[k] - channel.peaks[k]);
-        sums.coded += m_weights.weight()[k] * square(coded);
+        sums.wanted += m_weight[k] * coded * (channel.wanted[k] - channel.peaks[k]);
+        sums.coded += m_weight[k] * square(coded);
     }
     return sums;
 }
@@ -426,7 +337,7 @@ void FrameEncoder::refineGain(Frame &frame, double &error)
         std::uint8_t &gain = changed.channel[c].gain;
         const double wanted = gainValue(type, gain, 30) * sums.wanted / sums.coded;
         int best = gain;
-        for (int trial = 0; trial < 256; ++trial)
+        for (int trial = 0; trial < Gains; ++trial)
             if (std::abs(gainValue(type, trial, 30) - wanted) < std::abs(gainValue(type, best, 30) - wanted))
                 best = trial;
         differs |= best != gain;
@@ -443,7 +354,7 @@ void FrameEncoder::refineEnvelope(Frame &frame, double &error)
     const TypeLayout &layout = Layouts[type];
     Frame changed = frame;
     m_workers.run(Channels, [&](int c) {
-        const Channel &channel = m_channels[c];
+        const ChannelWork &channel = m_channels[c];
         EnvelopeTarget target = envelopeTarget(type, channel);
         const CodedEnvelope now = m_envelopeCoder.levels(type, channel.history, frame.channel[c]);
         for (int block = 0; block < layout.blocks; ++block) {
@@ -455,7 +366,7 @@ void FrameEncoder::refineEnvelope(Frame &frame, double &error)
                     sums.coded > 0 ? std::clamp(sums.wanted / sums.coded, 0.25F, 4.0F) : 1.0F;
                 EnvelopeTarget::Band &of = target.bands[block][band];
                 of.level = now.levels[block][band] * factor;
-                of.ratioCost = 0;
+                of.ratioCost = of.leastCost = 0;
                 of.errorCost = sums.coded / square(now.levels[block][band]);
             }
         }

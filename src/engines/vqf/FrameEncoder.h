@@ -2,10 +2,10 @@
 
 #include "engines/vqf/EnvelopeCoder.h"
 #include "engines/vqf/FilterSearch.h"
-#include "engines/vqf/FrameTransform.h"
 #include "engines/vqf/Layout.h"
 #include "engines/vqf/LspAnalysis.h"
 #include "engines/vqf/NoiseWeights.h"
+#include "engines/vqf/PeakCoder.h"
 #include "engines/vqf/VectorSearch.h"
 
 #include <memory>
@@ -19,28 +19,11 @@ class FrameEncoder
 public:
     FrameEncoder(const Tables &tables, dsp::Workers &workers);
 
-    /// `samples` of mid and side are 2 * FrameSize values in 16-bit units, the frame's region in the middle.
-    Frame encode(int window, const std::array<const float *, Channels> &samples);
+    /// `samples` of mid and side are 2 * FrameSize values in 16-bit units, the frame's region in the middle;
+    /// `weights` have heard them.
+    Frame encode(int window, const std::array<const float *, Channels> &samples, const NoiseWeights &weights);
 
 private:
-    using Spectrum = std::array<float, FrameSize>;
-
-    /// The work on one channel of the frame.
-    struct Channel
-    {
-        FrameTransform<float> transform;
-        Spectrum wanted; ///< the coefficients
-        Spectrum sines;
-        Spectrum power;
-        Spectrum curve; ///< the filter's, repeated for each block
-        Spectrum level; ///< of the codebook entries: curve times envelope
-        Spectrum peaks; ///< what the periodic peaks add
-        Spectrum coded; ///< the codebook entries' sums
-        Spectrum error; ///< what the last search left
-        Lsp raw;        ///< what the next frame's filter is predicted from
-        ChannelHistory history;
-    };
-
     struct Products
     {
         float wanted;
@@ -49,19 +32,17 @@ private:
 
     void analyse(const WindowShape &shape, const std::array<const float *, Channels> &samples);
     void spendBits();
-    float kept(const Channel &channel, int k) const;
-    FilterTarget filterTarget(BlockType type, const Channel &channel) const;
+    float kept(const ChannelWork &channel, int k) const;
+    FilterTarget filterTarget(BlockType type, const ChannelWork &channel) const;
     void fitFilter(BlockType type, int channelNumber, ChannelFields &fields);
-    void setFilter(BlockType type, Channel &channel, const ChannelFields &fields) const;
-    EnvelopeTarget envelopeTarget(BlockType type, const Channel &channel) const;
+    void setFilter(BlockType type, ChannelWork &channel, const ChannelFields &fields) const;
+    EnvelopeTarget envelopeTarget(BlockType type, const ChannelWork &channel) const;
     void fitEnvelope(BlockType type, int channelNumber, ChannelFields &fields);
-    void setLevels(BlockType type, Channel &channel, const CodedEnvelope &envelope) const;
-    bool choosePeaks(Frame &frame);
-    void fitPeaks(Frame &frame);
+    void setLevels(BlockType type, ChannelWork &channel, const CodedEnvelope &envelope) const;
     void search(Frame &frame);
     double weightedError() const;
     void tryChange(Frame &frame, double &error, Frame changed);
-    Products products(const Channel &channel, int begin, int end) const;
+    Products products(const ChannelWork &channel, int begin, int end) const;
     void refineGain(Frame &frame, double &error);
     void refineEnvelope(Frame &frame, double &error);
     void remember(const Frame &frame);
@@ -70,17 +51,17 @@ private:
     dsp::Workers &m_workers;
     std::array<VectorLayout, BlockTypes> m_layouts;
     std::array<SearchBooks, BlockTypes> m_books;
-    SearchBooks m_peakBooks;
     std::array<std::vector<int>, BlockTypes> m_edges;
-    std::vector<std::vector<int>> m_peakPositions; ///< of each period
-    NoiseWeights m_weights;
+    PeakCoder m_peakCoder;
     LspAnalysis m_lspAnalysis;
     FilterSearch m_filterSearch;
     EnvelopeCoder m_envelopeCoder;
     std::array<bool, BlockTypes> m_seen{}; ///< types whose history is known to every decoder
 
-    std::array<Channel, Channels> m_channels;
-    Spectrum m_left; ///< power of errors that is left
+    std::array<ChannelWork, Channels> m_channels;
+    Spectrum m_weight;  ///< of a coefficient's error
+    Spectrum m_balance; ///< see NoiseWeights
+    Spectrum m_left;    ///< power of errors that is left
 };
 
 } // namespace vqf

@@ -13,11 +13,14 @@ constexpr double UnitPower = 2;
 /// Of the mean over windows. With 1 the quietest window would decide alone, which before an attack leaves too
 /// few bits for the attack.
 constexpr float MeanExponent = 0.7F;
+/// What lies so far under the loudest coefficient isn't heard, as a factor of its power: 95 dB. Otherwise a
+/// lone tone would be given up for the sake of silence at all other frequencies.
+constexpr float HearingRange = 3.16e-10F;
 
 dsp::MaskingSettings settings()
 {
     dsp::MaskingSettings settings;
-    settings.toneOffset = 6;
+    settings.toneOffset = 4;
     settings.quietVariance = 1.0 / 12;
     return settings;
 }
@@ -33,6 +36,9 @@ NoiseThresholds::NoiseThresholds() : m_transform(Size), m_model(Size, SampleRate
 {
     for (int n = 0; n < 2 * Size; ++n)
         m_window[n] = static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * (n + 0.5) / Size));
+    for (std::size_t window = 0; window < WindowShapes.size(); ++window)
+        for (int block = 0; block < Layouts[WindowShapes[window].type].blocks; ++block)
+            m_shares[window].push_back(sharesOf(WindowShapes[window], block));
 }
 
 void NoiseThresholds::analyse(const float *samples)
@@ -48,19 +54,22 @@ void NoiseThresholds::analyse(const float *samples)
         for (int k = 0; k < Size; ++k)
             power[k] = Scale * (power[k] * power[k] + sines[k] * sines[k]);
         m_model.thresholds(power.data(), threshold.data());
+        const float least = HearingRange * *std::max_element(power.begin(), power.end());
+        StepwisePower inverse(-MeanExponent);
         for (int k = 0; k < Size; ++k)
-            m_inverse[w][k] = std::pow(threshold[k], -MeanExponent);
+            m_inverse[w][k] = inverse(std::max(threshold[k], least));
     }
 }
 
-std::array<float, NoiseThresholds::Windows> NoiseThresholds::shares(const WindowShape &shape, int block) const
+/// How much of a block's noise each window sees.
+NoiseThresholds::Shares NoiseThresholds::sharesOf(const WindowShape &shape, int block) const
 {
     const TypeLayout &layout = Layouts[shape.type];
     const int left = block == 0 ? shape.leftSlope : layout.innerSlope;
     const int right = block == layout.blocks - 1 ? shape.rightSlope : layout.innerSlope;
     const int begin = FrameSize / 2 + block * layout.blockSize - left / 2;
     const int end = FrameSize / 2 + (block + 1) * layout.blockSize + right / 2;
-    std::array<float, Windows> shares{};
+    Shares shares{};
     float total = 0;
     for (int n = begin; n < end; ++n) {
         const float level = std::min(slope(n - begin, left), slope(end - 1 - n, right));
@@ -78,11 +87,12 @@ std::array<float, NoiseThresholds::Windows> NoiseThresholds::shares(const Window
     return shares;
 }
 
-void NoiseThresholds::inverse(const WindowShape &shape, float *inverse) const
+void NoiseThresholds::inverse(int window, float *inverse) const
 {
-    const TypeLayout &layout = Layouts[shape.type];
+    const TypeLayout &layout = Layouts[WindowShapes[window].type];
+    StepwisePower power(1 / MeanExponent);
     for (int block = 0; block < layout.blocks; ++block) {
-        const std::array<float, Windows> parts = shares(shape, block);
+        const Shares &parts = m_shares[window][block];
         std::array<float, Size> mean{};
         for (int w = 0; w < Windows; ++w)
             for (int k = 0; k < Size; ++k)
@@ -93,8 +103,7 @@ void NoiseThresholds::inverse(const WindowShape &shape, float *inverse) const
             float sum = 0;
             for (int n = first; n < last; ++n)
                 sum += mean[n];
-            inverse[block * layout.blockSize + k] =
-                std::pow(sum / static_cast<float>(last - first), 1 / MeanExponent);
+            inverse[block * layout.blockSize + k] = power(sum / static_cast<float>(last - first));
         }
     }
 }

@@ -14,18 +14,14 @@ public:
 
     NoiseWeights();
 
-    /// `samples` of mid and side as FrameEncoder gets them.
-    void analyse(const WindowShape &shape, const std::array<const float *, Channels> &samples,
-                 dsp::Workers &workers);
-
-    const Spectrum &weight() const { return m_weight; }
-    const Spectrum &balance() const { return m_balance; }
+    /// Hears a frame: `samples` of mid and side as FrameEncoder gets them.
+    void listen(const std::array<const float *, Channels> &samples, dsp::Workers &workers);
+    /// The weights of the frame's coefficients in that window, and the balances if they are wanted.
+    void weigh(int window, Spectrum &weight, Spectrum *balance = nullptr) const;
 
 private:
-    std::array<NoiseThresholds, 2> m_sides; ///< left and right
-    std::array<Spectrum, BlockTypes> m_widths;
-    Spectrum m_weight;
-    Spectrum m_balance;
+    std::array<NoiseThresholds, 2> m_sides;    ///< left and right
+    std::array<Spectrum, BlockTypes> m_widths; ///< what their widths make of the weights
 };
 
 } // namespace vqf

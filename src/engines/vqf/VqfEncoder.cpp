@@ -74,62 +74,76 @@ class VqfEncoder : public codecs::BlockEncoder
 public:
     VqfEncoder(const Tables &tables, int threads, engines::ByteSink &sink)
         : BlockEncoder(Channels, FrameSize), m_workers(threads), m_encoder(tables, m_workers), m_file(sink)
-    {}
+    {
+        for (std::size_t n = 0; n < Pending; ++n)
+            m_pending.push_back(std::make_unique<PendingFrame>());
+        push(nullptr, 0); // the first frame lies before the sound
+    }
 
 private:
-    /// Of mid and side.
-    struct Block
+    /// A frame whose window isn't chosen yet.
+    struct PendingFrame
     {
-        std::array<std::array<float, FrameSize>, Channels> samples{};
+        std::array<const float *, Channels> pointers() const
+        {
+            return {samples[0].data(), samples[1].data()};
+        }
+
+        std::array<std::array<float, 2 * FrameSize>, Channels> samples{}; ///< of mid and side
+        NoiseWeights weights;
     };
+
+    PendingFrame &pending(std::size_t frame) { return *m_pending[frame % Pending]; }
 
     void encodeBlock(const qint16 *samples, int frames) override
     {
-        Block block;
-        std::array<std::array<float, FrameSize>, 2> channels{}; // left and right
-        for (int n = 0; n < frames; ++n) {
-            const float left = samples[2 * n], right = samples[2 * n + 1];
-            channels[0][n] = left;
-            channels[1][n] = right;
-            block.samples[0][n] = (left + right) / 2;
-            block.samples[1][n] = (left - right) / 2;
+        push(samples, frames);
+        if (m_pushed >= Pending) {
+            PendingFrame &frame = pending(m_pushed - Pending);
+            m_file.write(m_encoder.encode(m_plan.next(), frame.pointers(), frame.weights));
         }
-        m_plan.push(channels[0].data(), channels[1].data());
-        m_blocks.push_back(block);
-        if (m_blocks.size() > Lookahead + 2)
-            m_blocks.pop_front();
-        if (m_pushed++ >= Lookahead - 1)
-            encodeFrame();
     }
 
-    /// The frame in the oldest two blocks; before the first one is silence.
-    void encodeFrame()
+    /// Adds the frame of the block before and this one.
+    void push(const qint16 *samples, int frames)
     {
-        constexpr std::size_t Span = 2;
-        std::array<std::array<float, Span * FrameSize>, Channels> samples{};
-        const std::size_t missing = Lookahead + Span - m_blocks.size();
-        for (int c = 0; c < Channels; ++c)
-            for (std::size_t n = missing; n < Span; ++n)
-                std::copy_n(m_blocks[n - missing].samples[c].begin(), FrameSize,
-                            samples[c].begin() + static_cast<std::ptrdiff_t>(n * FrameSize));
-        m_file.write(m_encoder.encode(m_plan.window(), {samples[0].data(), samples[1].data()}));
+        PendingFrame &frame = pending(m_pushed);
+        if (m_pushed > 0) {
+            const PendingFrame &last = pending(m_pushed - 1);
+            for (int c = 0; c < Channels; ++c)
+                std::copy_n(last.samples[c].begin() + FrameSize, FrameSize, frame.samples[c].begin());
+        }
+        std::array<std::array<float, FrameSize>, 2> channels{}; // left and right
+        for (int n = 0; n < FrameSize; ++n) {
+            const float left = n < frames ? samples[2 * n] : 0, right = n < frames ? samples[2 * n + 1] : 0;
+            channels[0][n] = left;
+            channels[1][n] = right;
+            frame.samples[0][FrameSize + n] = (left + right) / 2;
+            frame.samples[1][FrameSize + n] = (left - right) / 2;
+        }
+        frame.weights.listen(frame.pointers(), m_workers);
+        m_plan.push(channels[0].data(), channels[1].data(),
+                    m_trial.costs(frame.pointers(), frame.weights, m_workers));
+        ++m_pushed;
     }
 
     void complete() override
     {
         // The last frame's region reaches half a frame beyond the sound, and its window looks ahead.
-        for (std::size_t n = 0; n < Lookahead + 1; ++n)
+        for (std::size_t n = 0; n < Pending; ++n)
             encodeBlock(nullptr, 0);
         m_file.complete();
     }
 
-    static constexpr std::size_t Lookahead = 3; ///< blocks behind those that a frame spans
+    /// How many frames are known when the window of the first of them is chosen.
+    static constexpr std::size_t Pending = 4;
 
     dsp::Workers m_workers;
     FrameEncoder m_encoder;
+    WindowTrial m_trial;
     WindowPlan m_plan;
-    std::deque<Block> m_blocks;
-    std::size_t m_pushed = 0;
+    std::vector<std::unique_ptr<PendingFrame>> m_pending; ///< a ring
+    std::size_t m_pushed = 0;                             ///< frames
     VqfFile m_file;
 };
 

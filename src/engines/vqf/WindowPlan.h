@@ -1,29 +1,28 @@
 #pragma once
 
 #include "engines/dsp/AttackDetector.h"
-#include "engines/vqf/Format.h"
+#include "engines/vqf/WindowTrial.h"
+
+#include <deque>
 
 namespace vqf {
 
-/// The block type that a frame gets instead of the wanted one so that the succession is legal: a single long
-/// frame may not stand between others, nor a single medium one between short ones. Frames are settled in
-/// order; `next` is what the frame behind wants.
-BlockType legalType(BlockType before, BlockType wanted, BlockType next);
+/// Whether a frame in window `next` may follow one in window `window`: the slopes between them must be the
+/// same. That leaves no single long frame between others, and no single medium one between short ones.
+bool follows(int window, int next);
 
-/// The window code of a frame from its type and those around it.
-int windowCode(BlockType before, BlockType type, BlockType behind);
-
-/// Chooses the windows, looking ahead: sounds that set in suddenly want short blocks, so that noise doesn't
-/// come before them.
+/// Chooses the windows, looking ahead: the cheapest succession of those that may follow each other.
 class WindowPlan
 {
 public:
     WindowPlan();
 
-    /// Takes the next FrameSize samples of both channels, in 16-bit units.
-    void push(const float *left, const float *right);
-    /// After push number m, counted from 0: the window of frame m - 2.
-    int window() const;
+    /// Takes the next FrameSize samples of left and right, in 16-bit units, and what the windows of the frame
+    /// between those before and these would cost. The first frame has silence before it.
+    void push(const float *left, const float *right, const WindowCosts &costs);
+    /// The window of the next frame, the first one of those pushed that has none yet. The more frames behind
+    /// it have been pushed, the better.
+    int next();
 
 private:
     struct Block
@@ -33,13 +32,13 @@ private:
         double changes = 0; ///< energy of the difference from sample to sample
     };
 
-    BlockType wantedType() const;
+    bool isSilent() const;
+    bool hasSharpAttack() const;
 
     std::array<dsp::AttackDetector, Channels> m_detectors;
     Block m_last, m_new;
-    BlockType m_wanted = Medium; ///< of the frame that is settled next
-    BlockType m_unsure = Medium; ///< of the one behind it, as long as its own next isn't known
-    std::array<BlockType, 3> m_settled{Medium, Medium, Medium};
+    std::deque<WindowCosts> m_costs; ///< of the frames to come
+    int m_window;                    ///< of the frame before
 };
 
 } // namespace vqf
