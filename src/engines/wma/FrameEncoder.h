@@ -54,6 +54,7 @@ private:
     const StreamFormat &m_format;
     const std::vector<BlockLayout> &m_layouts;
     const FrameWriter &m_writer;
+    const float m_quieterZeros; ///< dB, by which zeros' noise lies under the sound of their band
 };
 
 } // namespace wma
