@@ -22,7 +22,7 @@ constexpr float FaintPower = 1e-6F;
 /// How large a sum of two entries may be asked for, as a multiple of their root mean square, and what asking
 /// for more costs. Tones far above their surroundings would get lost.
 constexpr float LargestEntry = 4;
-constexpr float OverloadCost = 4;
+constexpr float OverloadCost = 8;
 
 constexpr std::array<float, 2> FilterExponents{0.5F, 0.7F}; // of the power
 
