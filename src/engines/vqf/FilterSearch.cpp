@@ -60,6 +60,7 @@ public:
             m_cosine[p] = static_cast<float>(2 * std::cos(target.points[p].angle));
             m_logLevel[p] = target.points[p].logLevel;
             m_costs[p] = target.points[p].cost;
+            m_least[p] = target.points[p].least - target.points[p].logLevel - HalfCurve - m_mostGain;
             m_sum += target.points[p].cost;
         }
     }
@@ -103,21 +104,25 @@ public:
             const float inverse = odd * odd * (2 - m_cosine[p]) + even * even * (2 + m_cosine[p]) + 1e-30F;
             ratio[p] = quickLog(inverse) + m_logLevel[p];
             mean += m_costs[p] * ratio[p];
-            squares += m_costs[p] * ratio[p] * ratio[p];
+            const float overload = std::max(ratio[p] + m_least[p], 0.0F);
+            squares += m_costs[p] * (ratio[p] * ratio[p] + overload * overload);
         }
-        // The filter's curve is twice the inverse.
-        const float gain = mean / m_sum - std::numbers::ln2_v<float>;
+        const float gain = mean / m_sum - HalfCurve;
         const float missing = std::max(gain - m_mostGain, 0.0F);
         return squares - mean * mean / m_sum + m_sum * missing * missing;
     }
 
 private:
+    /// The curve is twice the inverse that is computed here, in logarithm.
+    static constexpr float HalfCurve = std::numbers::ln2_v<float>;
+
     int m_count;
     float m_mostGain;
     float m_sum = 1e-20F;
     alignas(32) float m_cosine[MaxPoints];
     alignas(32) float m_logLevel[MaxPoints];
     alignas(32) float m_costs[MaxPoints];
+    alignas(32) float m_least[MaxPoints]; ///< what to add to the ratio for the overload with the most gain
 };
 
 FilterSearch::FilterSearch(const Tables &tables) : m_tables(tables) {}

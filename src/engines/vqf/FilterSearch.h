@@ -10,6 +10,7 @@ struct FilterPoint
     double angle;
     float logLevel; ///< natural logarithm of the amplitude
     float cost;     ///< of the squared logarithm of the ratio to that level
+    float least;    ///< natural logarithm of the smallest level that isn't overloaded there
 };
 
 /// The wanted curve up to its gain.

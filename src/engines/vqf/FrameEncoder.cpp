@@ -23,6 +23,8 @@ constexpr float FaintPower = 1e-6F;
 /// for more costs. Tones far above their surroundings would get lost.
 constexpr float LargestEntry = 4;
 constexpr float OverloadCost = 8;
+/// What the envelope can add to the filter's curve with ease.
+constexpr float LargestEnvelope = 1.2F;
 
 constexpr std::array<float, 2> FilterExponents{0.5F, 0.7F}; // of the power
 
@@ -124,18 +126,22 @@ FilterTarget FrameEncoder::filterTarget(BlockType type, const ChannelWork &chann
     }
     std::vector<FilterPoint> points;
     for (std::size_t n = 0; n + 1 < edges.size(); ++n)
-        points.push_back({std::numbers::pi * (edges[n] + edges[n + 1]) / 2 / layout.blockSize, 0, 0});
+        points.push_back({std::numbers::pi * (edges[n] + edges[n + 1]) / 2 / layout.blockSize, 0, 0,
+                          std::numeric_limits<float>::lowest()});
     float loudest = std::numeric_limits<float>::lowest();
     for (int block = 0; block < layout.blocks; ++block) {
         std::vector<FilterPoint> levels = points;
         float mean = 0, costs = 1e-20F;
         for (std::size_t n = 0; n < levels.size(); ++n) {
-            float energy = FaintPower, audible = 0;
+            float energy = FaintPower, audible = 0, peak = FaintPower;
             for (int k = block * layout.blockSize + edges[n]; k < block * layout.blockSize + edges[n + 1];
                  ++k) {
                 energy += kept(channel, k);
                 audible += channel.power[k] * m_weight[k];
+                peak = std::max(peak, channel.power[k]);
             }
+            points[n].least =
+                std::max(points[n].least, std::log(peak / square(LargestEntry * LargestEnvelope)) / 2);
             const auto width = static_cast<float>(edges[n + 1] - edges[n]);
             levels[n].logLevel = std::log(energy / width) / 2;
             levels[n].cost = ratioCost(audible, width);
@@ -148,8 +154,10 @@ FilterTarget FrameEncoder::filterTarget(BlockType type, const ChannelWork &chann
             points[n].cost += levels[n].cost;
         }
     }
-    for (FilterPoint &point : points)
+    for (FilterPoint &point : points) {
         point.logLevel /= std::max(point.cost, 1e-20F);
+        point.least -= loudest;
+    }
     const double most = gainValue(type, Gains - 1, BlockGains - 1) * m_books[type].rms;
     return {points, static_cast<float>(std::log(most)) - loudest};
 }
