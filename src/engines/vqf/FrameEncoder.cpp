@@ -170,22 +170,22 @@ void FrameEncoder::fitFilter(BlockType type, int channelNumber, ChannelFields &f
     for (const float exponent : FilterExponents)
         if (const std::optional<Lsp> lsp = m_lspAnalysis.analyse(type, channel.power.data(), exponent))
             starts.push_back(*lsp);
-    double bestCost = std::numeric_limits<double>::max();
+    CodedEnvelope bestEnvelope;
+    bestEnvelope.cost = std::numeric_limits<double>::max();
     ChannelFields best = fields;
     for (ChannelFields &trial :
          m_filterSearch.best(filterTarget(type, channel), starts, channel.history.lsp, fields)) {
         setFilter(type, channel, trial);
-        const double cost =
-            m_envelopeCoder.fit(type, envelopeTarget(type, channel), channel.history, m_seen[type], trial)
-                .cost;
-        if (cost < bestCost) {
+        const CodedEnvelope envelope =
+            m_envelopeCoder.fit(type, envelopeTarget(type, channel), channel.history, m_seen[type], trial);
+        if (envelope.cost < bestEnvelope.cost) {
             best = trial;
-            bestCost = cost;
+            bestEnvelope = envelope;
         }
     }
     fields = best;
     setFilter(type, channel, fields);
-    fitEnvelope(type, channelNumber, fields);
+    setLevels(type, channel, bestEnvelope);
 }
 
 void FrameEncoder::setFilter(BlockType type, ChannelWork &channel, const ChannelFields &fields) const

@@ -12,10 +12,9 @@ float WindowTrial::Trial::cost(int window, const std::array<const float *, Chann
 {
     weights.weigh(window, m_weight);
     for (int c = 0; c < Channels; ++c) {
-        m_transform.analyse(WindowShapes[window], samples[c], m_cosines.data(), m_sines.data());
+        m_transform.analyse(WindowShapes[window], samples[c], m_spectrum.data());
         for (int k = 0; k < FrameSize; ++k)
-            m_weighted[c * FrameSize + k] =
-                m_weight[k] * (m_cosines[k] * m_cosines[k] + m_sines[k] * m_sines[k]) / 2;
+            m_weighted[c * FrameSize + k] = m_weight[k] * m_spectrum[k] * m_spectrum[k];
     }
     const float most = evenError(m_weighted);
     float sum = 1e-9F;

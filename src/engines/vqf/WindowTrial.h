@@ -25,7 +25,7 @@ private:
 
     private:
         FrameTransform<float> m_transform;
-        NoiseWeights::Spectrum m_weight, m_cosines, m_sines;
+        NoiseWeights::Spectrum m_weight, m_spectrum;
         std::array<float, Channels * FrameSize> m_weighted;
     };
 
