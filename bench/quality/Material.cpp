@@ -56,8 +56,15 @@ struct Stereo
         }
     }
 
+    std::vector<std::int16_t> scaled(double peak) const { return sampled(peak, 0); }
+
     /// With the noise that microphones and amplifiers leave in a recording.
-    std::vector<std::int16_t> recorded(double peak) const
+    std::vector<std::int16_t> recorded(double peak) const { return sampled(peak, HissLevel); }
+
+    std::vector<double> left, right;
+
+private:
+    std::vector<std::int16_t> sampled(double peak, double hissLevel) const
     {
         Noise hiss(777);
         double loudest = 1e-9;
@@ -67,11 +74,9 @@ struct Stereo
         for (std::size_t n = 0; n < left.size(); ++n)
             for (const double value : {left[n], right[n]})
                 samples.push_back(static_cast<std::int16_t>(
-                    std::lround(value / loudest * peak + std::sqrt(3.0) * HissLevel * hiss.uniform())));
+                    std::lround(value / loudest * peak + std::sqrt(3.0) * hissLevel * hiss.uniform())));
         return samples;
     }
-
-    std::vector<double> left, right;
 };
 
 double note(int semitones)
@@ -275,7 +280,7 @@ std::vector<Material> material(double seconds)
     mix.add(speech(seconds), 4);
     all.push_back({"mix", true, mix.recorded(29000)});
     all.push_back({"dense", true, dense(seconds).recorded(28000)});
-    all.push_back({"clicks", true, clicks(seconds).recorded(25000)});
+    all.push_back({"clicks in silence", true, clicks(seconds).scaled(25000)});
     Stereo bellsOverNoise = bells(seconds);
     bellsOverNoise.add(hiss(seconds), 0.02);
     all.push_back({"bells over noise", false, bellsOverNoise.recorded(22000)});
