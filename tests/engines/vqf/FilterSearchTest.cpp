@@ -14,6 +14,7 @@ using namespace vqf;
 
 constexpr int Size = FrameSize; // of a long block
 constexpr float AnyGain = 100;
+constexpr float NeverOverloaded = -1000; // a least level
 
 std::array<float, Size> curveOf(const Lsp &lsp)
 {
@@ -45,7 +46,7 @@ public:
         std::uniform_real_distribution<float> any(-2, 2);
         for (int k = 8; k < Size; k += 16)
             m_target.points.push_back({std::numbers::pi * (k + 0.5) / Size, std::log(m_curve[k]) + LogGain,
-                                       std::exp(any(m_random))});
+                                       std::exp(any(m_random)), NeverOverloaded});
     }
 
     ChannelFields find(float mostGain) const
