@@ -9,8 +9,7 @@ namespace {
 constexpr int SegmentSamples = 64;
 constexpr int SegmentHistory = 16;
 constexpr float StrongChange = 12; ///< down to the smallest blocks
-constexpr float MildChange = 3;    ///< down to this size:
-constexpr int MildChangeBlock = 512;
+constexpr float MildChange = 3;    ///< to half the frame
 
 void keepLarger(const std::vector<float> &values, std::vector<float>::iterator into)
 {
@@ -70,7 +69,7 @@ void BlockPlan::divide(const std::vector<float> &changes, int begin, int length,
 {
     // A change right beside the block would still be in its window.
     const float change = *std::max_element(changes.begin() + begin - 1, changes.begin() + begin + length + 1);
-    const bool mild = change > MildChange && m_format.blockSize(halvings) > MildChangeBlock;
+    const bool mild = change > MildChange && halvings == 0;
     if (halvings < m_format.halvings() && (mild || change > StrongChange)) {
         divide(changes, begin, length / 2, halvings + 1, blocks);
         divide(changes, begin + length / 2, length / 2, halvings + 1, blocks);
