@@ -14,8 +14,6 @@ namespace {
 
 /// How much of the power is kept where no bits are left.
 constexpr float LeastPower = 0.001F;
-/// How often gains and envelopes are made to suit the entries found, and the entries searched again.
-constexpr int RefinementRounds = 2;
 /// A faint error counts, too, where all is silent.
 constexpr float FaintPower = 1e-6F;
 
@@ -69,13 +67,8 @@ Frame FrameEncoder::encode(int window, const std::array<const float *, Channels>
         m_workers.run(Channels, [&](int c) { fitEnvelope(type, c, frame.channel[c]); });
     search(frame);
     double error = weightedError();
-    for (int round = 0; round < RefinementRounds; ++round) {
-        const double before = error;
-        refineGain(frame, error);
-        refineEnvelope(frame, error);
-        if (error >= before)
-            break; // another round would try the same
-    }
+    refineGain(frame, error);
+    refineEnvelope(frame, error);
     remember(frame);
     return frame;
 }
