@@ -56,14 +56,13 @@ protected:
     template <typename Sender, typename Signal, typename Handler>
     QMetaObject::Connection attach(Sender *sender, Signal signal, Handler handler)
     {
-        return QObject::connect(sender, signal, widget(), [this, handler](auto &&...arguments) {
-            guarded([&] {
-                if constexpr (std::is_invocable_v<Handler, decltype(arguments)...>)
-                    handler(std::forward<decltype(arguments)>(arguments)...);
-                else
-                    handler();
-            });
-        });
+        return QObject::connect(sender, signal, widget(),
+                                [this, handler]<typename... Arguments>(Arguments &&...arguments) {
+                                    if constexpr (std::is_invocable_v<const Handler &, Arguments...>)
+                                        guarded([&] { handler(std::forward<Arguments>(arguments)...); });
+                                    else
+                                        guarded(handler);
+                                });
     }
 
     /// The same for a control that has the click rule (see controls/ClickSource.h).
