@@ -3,8 +3,8 @@
 
 #include "Measure.h"
 #include "Program.h"
+#include "base/Formats.h"
 #include "demodisc/DemoDisc.h"
-#include "disc/RipFormat.h"
 #include "headless/HeadlessDesktop.h"
 #include "headless/RipJob.h"
 #include "shell/frmMain.h"
@@ -22,10 +22,11 @@ namespace {
 /// The place of a format, such as "mp3", among the option buttons; -1: there is none.
 int optionOf(const QString &format)
 {
-    const auto found = std::find_if(RipFormats.begin(), RipFormats.end(), [&](const RipFormat &f) {
+    const auto formats = Formats::all();
+    const auto found = std::find_if(formats.begin(), formats.end(), [&](const Format &f) {
         return f.name.compare(format, Qt::CaseInsensitive) == 0;
     });
-    return found == RipFormats.end() ? -1 : static_cast<int>(found - RipFormats.begin());
+    return found == formats.end() ? -1 : static_cast<int>(found - formats.begin());
 }
 
 void usage()

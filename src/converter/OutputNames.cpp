@@ -1,7 +1,7 @@
 #include "converter/OutputNames.h"
 
+#include "base/Formats.h"
 #include "base/Text.h"
-#include "converter/AudioFormats.h"
 #include "settings/Paths.h"
 
 QString MakeOutputFileName(const QString &file, qint16 outputFormat, const QString &folder, QChar separator)
@@ -11,7 +11,7 @@ QString MakeOutputFileName(const QString &file, qint16 outputFormat, const QStri
         return {};
     QString name = ExtractFile(source, separator);
     QString oldEnding = name.right(4).toLower();
-    QString newEnding = AudioFormats::ending(outputFormat);
+    QString newEnding = Formats::ofConverter(outputFormat).extension;
     name = FileExtChange(name, oldEnding, newEnding);
     return withClosingSeparator(trimBlanks(folder), separator) + name;
 }

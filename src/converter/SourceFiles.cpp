@@ -1,18 +1,17 @@
 #include "converter/SourceFiles.h"
 
+#include "base/Formats.h"
 #include "controls/DroppedPaths.h"
-#include "converter/AudioFormats.h"
 #include "settings/Paths.h"
 
 #include <QFileInfo>
-#include <algorithm>
 
 namespace {
 
-bool endsInOneOf(const QString &name, const QStringList &endings)
+bool canBeRead(const QString &path)
 {
-    return std::any_of(endings.begin(), endings.end(),
-                       [&](const QString &ending) { return name.endsWith(ending, Qt::CaseInsensitive); });
+    const Format *const format = Formats::ofFile(path);
+    return format && format->convertCode != ConvertNone;
 }
 
 } // namespace
@@ -35,8 +34,8 @@ QStringList SourceFiles::dropped(const QStringList &paths, qint16 sourceFormat)
     QStringList files;
     for (const QString &path : paths) {
         if (QFileInfo(path).isDir())
-            files += filesBelow(path, {AudioFormats::ending(sourceFormat)});
-        else if (endsInOneOf(path, AudioFormats::endings()))
+            files += filesBelow(path, {Formats::ofConverter(sourceFormat).extension});
+        else if (canBeRead(path))
             files.append(path);
     }
     return files;

@@ -2,7 +2,6 @@
 
 #include "base/Deployment.h"
 #include "controls/HandCursor.h"
-#include "converter/AudioFormats.h"
 #include "platform/EventPump.h"
 
 namespace {
@@ -68,7 +67,6 @@ void frmMain1::attachHandlers()
 void frmMain1::Form_Load()
 {
     m_nStep = SourceFormat;
-    m_sFormatNames = AudioFormats::Names;
     ShowStep();
     SetValues();
     Skin1.ApplySkin(this);

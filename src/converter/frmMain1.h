@@ -10,7 +10,6 @@
 
 #include <QSet>
 #include <QTimer>
-#include <array>
 
 class StepFrame;
 
@@ -112,7 +111,6 @@ private:
     qint16 m_nStep = SourceFormat;
     qint16 m_nSourceFormat = 0; ///< a format code; set on leaving the first step
     qint16 m_nOutputFormat = 0; ///< a format code; set on leaving the third step
-    std::array<QString, 4> m_sFormatNames;
     bool m_bConverting = false;
     QSet<QString> m_paths;  ///< the rows of the list
     bool m_jobRuns = false; ///< until the click that started the job returns, though it may be stopped

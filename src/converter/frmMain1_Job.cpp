@@ -1,3 +1,4 @@
+#include "base/Formats.h"
 #include "base/Numbers.h"
 #include "base/SkipFailures.h"
 #include "converter/OutputNames.h"
@@ -30,10 +31,10 @@ void frmMain1::enterConverting()
     m_Status.TotalFiles = static_cast<qint16>(lstFile->count());
     m_Status.DestinationFile.clear();
     m_Status.ConvertingFile.clear();
-    m_Status.OutputFormat = m_sFormatNames[m_nOutputFormat - 1];
+    m_Status.OutputFormat = Formats::ofConverter(m_nOutputFormat).name;
     m_Status.OutputFormatString = FileW->FormatString();
     m_Status.OutputFolder = txtFolder->text();
-    m_Status.InputFormat = m_sFormatNames[m_nSourceFormat - 1];
+    m_Status.InputFormat = Formats::ofConverter(m_nSourceFormat).name;
     UpdateStatusLabels();
     UpdateProgress(0);
 }
@@ -86,9 +87,9 @@ void frmMain1::ConvertAllFiles()
         m_Status.TotalFiles = static_cast<qint16>(rows);
         m_Status.ConvertingFile = source;
         m_Status.DestinationFile = destination;
-        m_Status.OutputFormat = m_sFormatNames[m_nOutputFormat - 1];
+        m_Status.OutputFormat = Formats::ofConverter(m_nOutputFormat).name;
         m_Status.OutputFolder = txtFolder->text();
-        m_Status.InputFormat = m_sFormatNames[m_nSourceFormat - 1];
+        m_Status.InputFormat = Formats::ofConverter(m_nSourceFormat).name;
         UpdateStatusLabels();
         if (!m_bConverting)
             break;

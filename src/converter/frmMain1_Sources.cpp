@@ -1,4 +1,4 @@
-#include "converter/AudioFormats.h"
+#include "base/Formats.h"
 #include "converter/SourceFiles.h"
 #include "converter/frmMain1.h"
 
@@ -10,8 +10,9 @@ constexpr int MaxRows = 32767; // the job counts its files in 16 bits
 
 void frmMain1::cmdAdd_Click()
 {
+    const Format &format = Formats::ofConverter(m_nSourceFormat);
     OpenFiles request;
-    request.filters = QStringList{AudioFormats::filter(m_nSourceFormat)};
+    request.filters = QStringList{QStringLiteral("%1 Files(*%2)").arg(format.name, format.extension)};
     addSources(SourceFiles::selected(desktop().dialogs.openFiles(this, request)));
 }
 

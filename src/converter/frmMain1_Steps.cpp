@@ -1,5 +1,5 @@
+#include "base/Formats.h"
 #include "base/Text.h"
-#include "converter/AudioFormats.h"
 #include "converter/frmMain1.h"
 #include "settings/Folders.h"
 #include "settings/HelpPages.h"
@@ -116,15 +116,15 @@ bool frmMain1::leaveStep()
 bool frmMain1::leaveSettings()
 {
     switch (m_nOutputFormat) {
-    case AudioFormats::Mp3:
+    case ConvertMP3:
         ApplyMP3Format();
         return true;
-    case AudioFormats::Wav:
+    case ConvertWAV:
         ApplyWAVFormat();
         return !trimBlanks(FileW->FormatString()).isEmpty() ||
                refuse(QStringLiteral("The WAV settings is not valid, please reset it to continue!"),
                       BoxIcon::Critical);
-    case AudioFormats::Wma:
+    case ConvertWMA:
         ApplyWMAFormat();
         return true;
     default:

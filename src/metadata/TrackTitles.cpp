@@ -1,5 +1,6 @@
 #include "metadata/TrackTitles.h"
 
+#include "base/Formats.h"
 #include "base/Text.h"
 #include "controls/ReportListView.h"
 #include "metadata/TrackListHost.h"
@@ -16,11 +17,9 @@ constexpr int FewestCharacters = 40; ///< of a row that are in sight, about
 
 QString StripAudioExtension(const QString &name)
 {
-    static const QStringList extensions{QStringLiteral(".wav"), QStringLiteral(".mp3"),
-                                        QStringLiteral(".wma"), QStringLiteral(".ogg"),
-                                        QStringLiteral(".vqf")};
     const QString trimmed = trimBlanks(name);
-    return extensions.contains(trimmed.right(4).toLower()) ? trimmed.chopped(4) : trimmed;
+    const Format *const format = Formats::ofFile(trimmed);
+    return format ? trimmed.chopped(format->extension.size()) : trimmed;
 }
 
 void layOutTitleColumns(ReportListView &list)

@@ -1,6 +1,7 @@
 #include "rip/frmExtract.h"
 
 #include "base/DiscInfo.h"
+#include "base/Formats.h"
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "components/CDRipperX.h"
@@ -8,7 +9,6 @@
 #include "components/VEnc.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-#include "rip/JobKinds.h"
 #include "rip/RipHost.h"
 
 frmExtract::frmExtract(const Desktop &desktop, const Parts &parts, std::unique_ptr<VEnc> vqfEncoder)
@@ -46,9 +46,9 @@ void frmExtract::ShowExtract(CDRipperX &objRipper, qint32 encType, QWidget *owne
     attach(m_objRipper, &CDRipperX::TrackFinished, [this] { TrackFinished(); });
     attach(m_objRipper, &CDRipperX::ExtractionComplete, [this] { ExtractionComplete(); });
 
-    const JobKind &kind = jobKind(encType);
-    setWindowTitle(kind.title);
-    txtFilename->setText(m_parts.host.outputDirectory() + kind.sampleName);
+    const Format &format = Formats::ofJob(encType);
+    setWindowTitle(QStringLiteral("Ripping CD Track(s) to %1 File(s) ...").arg(format.jobName));
+    txtFilename->setText(m_parts.host.outputDirectory() + QStringLiteral("Track") + format.rippedExtension);
     lstStatus->clear();
     sbrTime_1->clear();
     prgTotal->setValue(0);

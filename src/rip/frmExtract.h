@@ -54,6 +54,9 @@ private:
 
     void SaveTrackInfo(const QString &strFile, qint16 track);
 
+    /// Between the paths of a VQF job's temporary files.
+    static inline const QString VqfListSeparator = QStringLiteral("{;}#$");
+
     void StartVqfPass();
     void setVqfFiles();
     void VqfProgress(qint32 percent);

@@ -1,12 +1,12 @@
 // What the engine reports while a job runs.
 #include "base/DiscInfo.h"
+#include "base/Formats.h"
 #include "base/Numbers.h"
 #include "components/CDRipperX.h"
 #include "components/VEnc.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-#include "rip/JobKinds.h"
 #include "rip/RipHost.h"
 #include "rip/frmExtract.h"
 #include "settings/Paths.h"
@@ -99,7 +99,7 @@ void frmExtract::TrackFinished()
     addToStatus(QStringLiteral("Finished: ") + ExtractFile(m_sFile));
     showFilesDone(prgTotal->value() + 1);
     if (m_parts.settings.ReadSaveID3Option() && m_parts.discInfo.SaveToFiles &&
-        (m_lEncType == EncMP3 || m_lEncType == EncOGG))
+        Formats::ofJob(m_lEncType).savesTags)
         SaveTrackInfo(m_sFile, m_iTrack);
 }
 

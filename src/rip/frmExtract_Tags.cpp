@@ -5,7 +5,6 @@
 #include "base/Text.h"
 #include "components/NCTAudioInformation.h"
 #include "components/VEnc.h"
-#include "rip/JobKinds.h"
 #include "rip/frmExtract.h"
 #include "settings/Paths.h"
 
@@ -14,8 +13,6 @@
 void frmExtract::SaveTrackInfo(const QString &strFile, qint16 track)
 {
     const DiscInfo &disc = m_parts.discInfo;
-    if (m_lEncType == EncVQF || m_lEncType == EncWAV || m_lEncType == EncWMA || !disc.SaveToFiles)
-        return;
     if (disc.TrackTitles.isEmpty() && disc.Album.isEmpty() && disc.Artist.isEmpty())
         return;
     NCTAudioInformation &tags = m_parts.AInfo;

@@ -1,8 +1,8 @@
 // The second pass of a VQF job: the ripped WAV files, one after the other, become VQF files.
+#include "base/Formats.h"
 #include "base/Text.h"
 #include "components/VEnc.h"
 #include "platform/Dialogs.h"
-#include "rip/JobKinds.h"
 #include "rip/RipHost.h"
 #include "rip/frmExtract.h"
 #include "settings/Paths.h"
@@ -45,8 +45,8 @@ void frmExtract::setVqfFiles()
     const QString &input = m_asVqfFiles[m_iVqfIndex];
     VEnc1->setVqfInputFile(input);
     QString output = input;
-    QString from = QStringLiteral(".wav");
-    QString to = QStringLiteral(".vqf");
+    QString from = Formats::ofJob(EncVQF).rippedExtension;
+    QString to = Formats::ofJob(EncVQF).extension;
     VEnc1->setVqfOutputFile(FileExtChange(output, from, to));
 }
 

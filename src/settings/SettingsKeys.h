@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Formats.h"
 #include "settings/SettingsStore.h"
 
 /// The keys of settings.ini with their readers' defaults. Numbers are plain decimal text, yes and no are
@@ -53,12 +54,11 @@ inline const IniKey ProxyUserName("Proxy", "Proxy User Name", "");
 inline const IniKey ProxyPassword("Proxy", "Proxy Password", ""); ///< as it was typed
 inline const IniKey Timeout("Proxy", "Timeout", "30");            ///< seconds
 
-/// The output folders of the five formats; the default is ProgramFolder with the format's name in small
-/// letters.
-inline IniKey outputDirectory(const SettingsStore &store, const QString &format)
+/// A format's output folder; the default is one of its own below ProgramFolder.
+inline IniKey outputDirectory(const SettingsStore &store, const Format &format)
 {
-    return {QStringLiteral("Directories"), format + QStringLiteral("_Output_Directory"),
-            store.defaultFolder(format.toLower())};
+    return {QStringLiteral("Directories"), format.name + QStringLiteral("_Output_Directory"),
+            store.defaultFolder(format.folderName())};
 }
 
 } // namespace Ini

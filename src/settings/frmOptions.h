@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Formats.h"
 #include "platform/Form.h"
 #include "settings/SettingsStore.h"
 #include "ui_frmOptions.h"
 
 #include <QDialog>
-#include <array>
 
 class MP3EncoderX;
 class VorbisEncoderX;
@@ -84,13 +84,7 @@ private:
     bool validateOggBitRates(const OggWords &words);
 
     // frmOptions_Folders.cpp
-    struct Folder
-    {
-        QString format;
-        QLineEdit *box;
-    };
-    std::array<Folder, 5> foldersInLoadOrder() const;
-    std::array<Folder, 5> foldersInSaveOrder() const;
+    QLineEdit &folderBox(const Format &format) const;
     void loadFoldersPage();
     void saveFoldersPage() const;
     void resetFoldersPage();

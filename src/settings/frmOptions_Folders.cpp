@@ -3,40 +3,39 @@
 #include "settings/SettingsKeys.h"
 #include "settings/frmOptions.h"
 
-std::array<frmOptions::Folder, 5> frmOptions::foldersInLoadOrder() const
+QLineEdit &frmOptions::folderBox(const Format &format) const
 {
-    return {{{QStringLiteral("MP3"), txtMP3Folder},
-             {QStringLiteral("WMA"), txtWMADirectory},
-             {QStringLiteral("WAV"), txtWAVDirectory},
-             {QStringLiteral("OGG"), txtOGGDirectory},
-             {QStringLiteral("VQF"), txtVQFDirectory}}};
-}
-
-std::array<frmOptions::Folder, 5> frmOptions::foldersInSaveOrder() const
-{
-    return {{{QStringLiteral("MP3"), txtMP3Folder},
-             {QStringLiteral("WAV"), txtWAVDirectory},
-             {QStringLiteral("WMA"), txtWMADirectory},
-             {QStringLiteral("VQF"), txtVQFDirectory},
-             {QStringLiteral("OGG"), txtOGGDirectory}}};
+    switch (format.encType) {
+    case EncMP3:
+        return *txtMP3Folder;
+    case EncWAV:
+        return *txtWAVDirectory;
+    case EncOGG:
+        return *txtOGGDirectory;
+    case EncWMA:
+        return *txtWMADirectory;
+    case EncVQF:
+        break;
+    }
+    return *txtVQFDirectory;
 }
 
 void frmOptions::loadFoldersPage()
 {
-    for (const Folder &folder : foldersInLoadOrder())
-        folder.box->setText(m_store.read(Ini::outputDirectory(m_store, folder.format)));
+    for (const Format &format : Formats::all())
+        folderBox(format).setText(m_store.read(Ini::outputDirectory(m_store, format)));
 }
 
 void frmOptions::saveFoldersPage() const
 {
-    for (const Folder &folder : foldersInSaveOrder())
-        m_store.write(Ini::outputDirectory(m_store, folder.format), folder.box->text());
+    for (const Format &format : Formats::all())
+        m_store.write(Ini::outputDirectory(m_store, format), folderBox(format).text());
 }
 
 void frmOptions::resetFoldersPage()
 {
-    for (const Folder &folder : foldersInLoadOrder())
-        folder.box->setText(m_store.defaultFolder(folder.format.toLower()));
+    for (const Format &format : Formats::all())
+        folderBox(format).setText(Ini::outputDirectory(m_store, format).defaultValue);
 }
 
 void frmOptions::pickFolder(QLineEdit &box)

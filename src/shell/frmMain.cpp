@@ -26,7 +26,7 @@ frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
           *m_parts.CDRipperX1, m_discInfo, desktop.dialogs, this,
           {*cboDevices, *cboSpeeds, *lvwTracks, Timer1}, [this] { return m_sExtension; },
           [this] { m_offer.OfferDiscLookup(m_tracks.count()); }),
-      rdFormat{rdFormat_0, rdFormat_1, rdFormat_2, rdFormat_3, rdFormat_4},
+      m_sFolder(Formats::all().size()),
       m_windows(desktop, {this, m_parts, *this, *this, m_discInfo, m_settings, WindowsVersionName}),
       m_offer(
           {this, desktop.dialogs, m_settings}, [this] { return isVisible() && !Starting; },
@@ -37,6 +37,7 @@ frmMain::frmMain(const Desktop &desktop, MainWindowParts parts)
     chkAll2->setObjectName(QStringLiteral("chkAll2"));
     chkAll2->setAccessibleName(QStringLiteral("Check/Uncheck All"));
     fitColumns();
+    addFormats();
     addStatusPanels();
     Timer1.setObjectName(QStringLiteral("Timer1"));
     Timer1.setParent(this);
@@ -62,6 +63,23 @@ void frmMain::fitColumns()
                             QRect(0, 0, header->sectionSize(0), header->sizeHint().height())));
 }
 
+/// An option button for each format, between the commands of the folder and the start.
+void frmMain::addFormats()
+{
+    QWidget *before = cmdIE;
+    for (const Format &format : Formats::all()) {
+        auto *const button = new OptionButton;
+        button->setObjectName(QStringLiteral("rdFormat_%1").arg(rdFormat.size()));
+        button->setText(format.caption);
+        formatLayout->addWidget(button);
+        setTabOrder(before, button);
+        rdFormat.push_back(button);
+        before = button;
+    }
+    setTabOrder(before, cmdStartRipping);
+    rdFormat.front()->setChecked(true);
+}
+
 void frmMain::addStatusPanels()
 {
     const auto panel = [this](QLabel *label, int index, int stretch) {
@@ -82,8 +100,8 @@ void frmMain::attachHandlers()
     attachClick(cboSpeeds, [this] { m_watch.cboSpeeds_Click(); });
     attachClick(chkAll, [this] { checkBoxes_Click(*chkAll, *chkAll2); });
     attachClick(chkAll2, [this] { checkBoxes_Click(*chkAll2, *chkAll); });
-    for (int index = 0; index < static_cast<int>(rdFormat.size()); ++index)
-        attachClick(rdFormat[static_cast<std::size_t>(index)], [this, index] { rdFormat_Click(index); });
+    for (std::size_t index = 0; index < rdFormat.size(); ++index)
+        attachClick(rdFormat[index], [this, index] { rdFormat_Click(index); });
     attach(lvwTracks, &ReportListView::listDoubleClicked, [this] { lvwTracks_DblClick(); });
     attach(cmdFolder, &QPushButton::clicked, [this] { cmdFolder_Click(); });
     attach(cmdIE, &QPushButton::clicked, [this] { cmdIE_Click(); });

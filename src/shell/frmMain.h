@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/DiscInfo.h"
+#include "base/Formats.h"
+#include "controls/OptionButton.h"
 #include "disc/DiscWatch.h"
 #include "disc/TrackList.h"
 #include "disc/Transport.h"
@@ -15,8 +17,8 @@
 
 #include <QMainWindow>
 #include <QTimer>
-#include <array>
 #include <optional>
+#include <vector>
 
 /// The main window. It lives for the whole run, owns the engine, the encoders and the tag component, and
 /// opens every other window.
@@ -47,6 +49,7 @@ private:
     void attachHandlers();
     void askToClose();
     void fitColumns();
+    void addFormats();
     void addStatusPanels();
     template <typename Control>
     Control *control(const QString &name) const
@@ -75,13 +78,14 @@ private:
     void showOptions();
 
     // frmMain_Tracks.cpp
-    void SelectEncoder(int Index);
-    void rdFormat_Click(int Index);
+    QObject *innerEncoder(const Format &format) const;
+    void SelectEncoder(std::size_t Index);
+    void rdFormat_Click(std::size_t Index);
     void checkBoxes_Click(const TickBox &clicked, TickBox &other);
     void lvwTracks_DblClick();
     void renameTrack();
     void cmdFolder_Click();
-    int selectedFormat() const;
+    std::size_t selectedFormat() const;
 
     // frmMain_Ripping.cpp
     void StartRipping();
@@ -98,9 +102,8 @@ private:
     QObject *m_objEncoder = nullptr; ///< the encoder bound to the engine, or nothing
     QString m_sExtension;
     qint16 m_iEditIndex = 0;
-    /// m_sFolderMP3, m_sFolderWAV, m_sFolderWMA, m_sFolderVQF, m_sFolderOGG: by the index of rdFormat.
-    std::array<QString, 5> m_sFolder;
-    std::array<OptionButton *, 5> rdFormat;
+    std::vector<OptionButton *> rdFormat; ///< one for each of Formats
+    std::vector<QString> m_sFolder;       ///< by the index of rdFormat
 
     bool Starting = false;
     QString WindowsVersionName;

@@ -1,4 +1,3 @@
-#include "disc/RipFormat.h"
 #include "platform/Dialogs.h"
 #include "settings/Folders.h"
 #include "shell/frmMain.h"
@@ -20,9 +19,9 @@ void frmMain::StartRipping()
         return;
     }
     Timer1.stop();
-    const int index = selectedFormat();
+    const std::size_t index = selectedFormat();
     SelectEncoder(index); // a click may never have done so
     CreateDirectoryPath(desktop().dialogs, this, txtOutputDirectory->text());
-    m_windows.showExtract(RipFormats[static_cast<std::size_t>(index)].encType);
+    m_windows.showExtract(Formats::all()[index].encType);
     Timer1.start();
 }

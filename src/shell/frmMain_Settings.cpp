@@ -1,19 +1,11 @@
 // The stored settings, put to work.
 #include "base/Numbers.h"
 #include "base/SkipFailures.h"
-#include "disc/RipFormat.h"
 #include "settings/EncoderSettings.h"
 #include "settings/Folders.h"
 #include "settings/ListLook.h"
 #include "settings/SettingsKeys.h"
 #include "shell/frmMain.h"
-
-namespace {
-
-/// The indices of rdFormat in the order in which their folders are read.
-constexpr std::size_t FolderOrder[] = {0, 2, 1, 4, 3};
-
-} // namespace
 
 void frmMain::LoadMainSettings()
 {
@@ -22,11 +14,11 @@ void frmMain::LoadMainSettings()
         LoadEncoderSettings(m_settings, desktop().systemVersion, WindowsVersionName, *m_parts.MP3EncoderX1,
                             *m_parts.WMAEncoderX1, *m_parts.VorbisEncoderX1);
     });
-    for (const std::size_t index : FolderOrder)
+    for (std::size_t index = 0; index < m_sFolder.size(); ++index)
         skip([&] {
-            m_sFolder[index] = m_settings.read(Ini::outputDirectory(m_settings, RipFormats[index].name));
+            m_sFolder[index] = m_settings.read(Ini::outputDirectory(m_settings, Formats::all()[index]));
         });
-    skip([&] { txtOutputDirectory->setText(m_sFolder[static_cast<std::size_t>(selectedFormat())]); });
+    skip([&] { txtOutputDirectory->setText(m_sFolder[selectedFormat()]); });
     skip([&] { LoadGridLines(m_settings, *lvwTracks); });
     skip([&] { LoadListColorsAndFont(m_settings, *lvwTracks); });
     fitColumns();

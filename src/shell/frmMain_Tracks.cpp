@@ -1,6 +1,5 @@
 // Formats, names and folders of what will be ripped.
 #include "base/Text.h"
-#include "disc/RipFormat.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "settings/Folders.h"
@@ -17,34 +16,47 @@ constexpr int pixels(int twips)
 
 } // namespace
 
-int frmMain::selectedFormat() const
+std::size_t frmMain::selectedFormat() const
 {
     for (std::size_t index = 0; index < rdFormat.size(); ++index) {
         if (rdFormat[index]->isSelected())
-            return static_cast<int>(index);
+            return index;
     }
     return 0;
 }
 
-void frmMain::SelectEncoder(int Index)
+QObject *frmMain::innerEncoder(const Format &format) const
 {
-    const RipFormat &format = RipFormats.at(static_cast<std::size_t>(Index));
+    switch (format.encType) {
+    case EncMP3:
+        return m_parts.MP3EncoderX1->innerObject();
+    case EncWMA:
+        return m_parts.WMAEncoderX1->innerObject();
+    case EncOGG:
+        return m_parts.VorbisEncoderX1->innerObject();
+    case EncWAV:
+    case EncVQF:
+        break;
+    }
+    return nullptr;
+}
+
+void frmMain::SelectEncoder(std::size_t Index)
+{
+    const Format &format = Formats::all()[Index];
     CDRipperX &engine = *m_parts.CDRipperX1;
-    QObject *const inner[] = {m_parts.MP3EncoderX1->innerObject(), nullptr,
-                              m_parts.WMAEncoderX1->innerObject(), nullptr,
-                              m_parts.VorbisEncoderX1->innerObject()};
-    m_objEncoder = inner[Index];
+    m_objEncoder = innerEncoder(format);
     if (format.usesEncoder)
         engine.SetEncoder(m_objEncoder);
     engine.setUseEncoder(format.usesEncoder);
-    m_sExtension = format.extension;
+    m_sExtension = format.rippedExtension;
 }
 
-void frmMain::rdFormat_Click(int Index)
+void frmMain::rdFormat_Click(std::size_t Index)
 {
     SelectEncoder(Index);
     m_tracks.RefreshTrackExtensions(m_sExtension);
-    txtOutputDirectory->setText(m_sFolder[static_cast<std::size_t>(Index)]);
+    txtOutputDirectory->setText(m_sFolder[Index]);
 }
 
 void frmMain::UpdateFileNamesWithTitles()

@@ -1,5 +1,6 @@
 #include "tags/frmID3E.h"
 
+#include "base/Formats.h"
 #include "controls/DigitsOnly.h"
 #include "controls/DroppedPaths.h"
 #include "platform/Dialogs.h"
@@ -49,10 +50,13 @@ void frmID3E::dropEvent(QDropEvent *event)
     acceptPaths(event);
     if (!event->isAccepted())
         return;
+    QStringList endings;
+    for (const Format &format : Formats::withTags())
+        endings.append(format.extension);
     QStringList files;
     for (const QString &path : localPaths(event->mimeData())) {
         if (QFileInfo(path).isDir())
-            files += filesBelow(path, {QStringLiteral(".mp3"), QStringLiteral(".ogg")});
+            files += filesBelow(path, endings);
         else
             files.append(path);
     }

@@ -1,3 +1,4 @@
+#include "base/Formats.h"
 #include "base/SkipFailures.h"
 #include "base/Text.h"
 #include "controls/WaitCursor.h"
@@ -7,17 +8,24 @@
 #include "tags/TagColumns.h"
 #include "tags/frmID3E.h"
 
-/// With errors passed over.
+/// A filter for each format, and one for all of them.
 void frmID3E::OpenFiles()
 {
-    const QStringList files = desktop().dialogs.openFiles(
-        this, {.title = QStringLiteral("Open Audio Files MP3 and OGG"),
-               .filters = {QStringLiteral("MP3 Files(*.mp3)"), QStringLiteral("OGG Vorbis Files(*.ogg)"),
-                           QStringLiteral("MP3 and OGG Files(*.mp3 *.ogg)")},
-               .directory = {}});
-    AddFiles(files);
+    const QString filter = QStringLiteral("%1 Files(%2)");
+    QStringList names, patterns, filters;
+    for (const Format &format : Formats::withTags()) {
+        names.append(format.name);
+        patterns.append(u'*' + format.extension);
+        filters.append(filter.arg(format.caption, patterns.last()));
+    }
+    const QString allNames = names.join(QStringLiteral(" and "));
+    filters.append(filter.arg(allNames, patterns.join(u' ')));
+    AddFiles(desktop().dialogs.openFiles(
+        this,
+        {.title = QStringLiteral("Open Audio Files ") + allNames, .filters = filters, .directory = {}}));
 }
 
+/// With errors passed over.
 void frmID3E::AddFiles(const QStringList &files)
 {
     if (files.isEmpty())

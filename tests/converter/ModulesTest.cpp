@@ -1,5 +1,5 @@
+#include "base/Formats.h"
 #include "base/RunTimeFailure.h"
-#include "converter/AudioFormats.h"
 #include "converter/OutputNames.h"
 #include "converter/Progress.h"
 #include "converter/SourceFiles.h"
@@ -23,14 +23,14 @@ TEST(OutputNames, theLastFourCharactersGiveWayToTheFormatsEnding)
         QChar separator = u'/';
     };
     const Case cases[] = {
-        {u"/in/Song ü.MP3"_s, AudioFormats::Wav, u"/out"_s, u"/out/Song ü.wav"_s},
-        {u"/in/歌.wav"_s, AudioFormats::Ogg, u" /out/ "_s, u"/out/歌.ogg"_s}, // no second separator
-        {u"/in/a.b.flac"_s, AudioFormats::Mp3, u"/out"_s, u"/out/a.b..mp3"_s},
-        {u"/in/Live at home"_s, AudioFormats::Wma, u"/out"_s, u"/out/Live at .wma"_s},
-        {u"/in/song"_s, AudioFormats::Wma, u"/out"_s, u"/out/.wma"_s},
-        {u"/in/abc"_s, AudioFormats::Wma, u"/out"_s, u"/out/.wma"_s},
-        {u"   "_s, AudioFormats::Wma, u"/out"_s, QString()},
-        {u"c:\\in\\a.mp3"_s, AudioFormats::Ogg, u"d:\\"_s, u"d:\\a.ogg"_s, u'\\'},
+        {u"/in/Song ü.MP3"_s, ConvertWAV, u"/out"_s, u"/out/Song ü.wav"_s},
+        {u"/in/歌.wav"_s, ConvertOGG, u" /out/ "_s, u"/out/歌.ogg"_s}, // no second separator
+        {u"/in/a.b.flac"_s, ConvertMP3, u"/out"_s, u"/out/a.b..mp3"_s},
+        {u"/in/Live at home"_s, ConvertWMA, u"/out"_s, u"/out/Live at .wma"_s},
+        {u"/in/song"_s, ConvertWMA, u"/out"_s, u"/out/.wma"_s},
+        {u"/in/abc"_s, ConvertWMA, u"/out"_s, u"/out/.wma"_s},
+        {u"   "_s, ConvertWMA, u"/out"_s, QString()},
+        {u"c:\\in\\a.mp3"_s, ConvertOGG, u"d:\\"_s, u"d:\\a.ogg"_s, u'\\'},
     };
     for (const Case &c : cases)
         EXPECT_EQ(MakeOutputFileName(c.source, c.format, c.folder, c.separator), c.expected);
@@ -75,7 +75,7 @@ TEST(SourceFiles, aDropTakesWhatCanBeReadAndOfFoldersTheChosenFormat)
     system.write(u"music/three.wav"_s, "x");
     const QString single = system.write(u"four.Ogg"_s, "x");
     const QString text = system.write(u"five.txt"_s, "x");
-    EXPECT_EQ(SourceFiles::dropped({single, text, system.folder() + u"/music"_s}, AudioFormats::Mp3),
+    EXPECT_EQ(SourceFiles::dropped({single, text, system.folder() + u"/music"_s}, ConvertMP3),
               (QStringList{single, two, one}));
 }
 

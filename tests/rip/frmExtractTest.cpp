@@ -1,8 +1,8 @@
 #include "rip/frmExtract.h"
 
 #include "base/DiscInfo.h"
+#include "base/Formats.h"
 #include "components/VEnc.h"
-#include "rip/JobKinds.h"
 #include "rip/RipHost.h"
 #include "settings/SettingsStore.h"
 #include "testkit/FakeCDRipperX.h"

@@ -36,7 +36,7 @@ TEST_F(SettingsStoreTest, anEmptyValueIsOneAndAMissingKeyIsNot)
 
 TEST_F(SettingsStoreTest, storingNothingDeletesTheKey)
 {
-    const IniKey folder = Ini::outputDirectory(store, QStringLiteral("MP3"));
+    const IniKey folder = Ini::outputDirectory(store, Formats::ofJob(EncMP3));
     store.write(folder, QStringLiteral("  /m\u00fcsic/ "));
     EXPECT_EQ(store.read(folder), QStringLiteral("/m\u00fcsic/"));
     store.write(folder, QStringLiteral("   "));
