@@ -1,68 +1,36 @@
 #include "engines/vqf/WavReader.h"
 
+#include "base/RunTimeFailure.h"
+#include "engines/common/WaveSound.h"
+
 #include <QtEndian>
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace vqf {
 
-namespace {
-
-constexpr int PcmTag = 1;
-constexpr int FloatTag = 3;
-constexpr int ExtensibleTag = 0xfffe;
-constexpr qint64 ChunkHead = 8;
-
-} // namespace
-
 WavReader::WavReader(const QString &path) : m_file(path)
 {
-    m_isOpen = m_file.open(QIODevice::ReadOnly) && readHeader();
-}
-
-/// Goes through the chunks up to the samples.
-bool WavReader::readHeader()
-{
-    const QByteArray riff = m_file.read(12);
-    if (!riff.startsWith("RIFF") || riff.mid(8) != "WAVE")
-        return false;
-    for (;;) {
-        const QByteArray head = m_file.read(ChunkHead);
-        if (head.size() < ChunkHead)
-            return false;
-        const qint64 size = qFromLittleEndian<quint32>(head.constData() + 4);
-        const qint64 start = m_file.pos();
-        if (head.startsWith("data")) {
-            // A header that was never completed says too little or too much.
-            const qint64 rest = m_file.size() - start;
-            const qint64 frameBytes = m_bytesPerSample * m_format.channels;
-            m_frames = m_framesLeft = frameBytes > 0 ? std::min(size, rest) / frameBytes : 0;
-            return frameBytes > 0;
-        }
-        if (head.startsWith("fmt ") && !readFormat(m_file.read(std::min<qint64>(size, 64))))
-            return false;
-        if (!m_file.seek(start + size + size % 2))
-            return false;
+    try {
+        m_isOpen = m_file.open(QIODevice::ReadOnly) && readHeader();
+    } catch (const RunTimeFailure &) { // no WAVE file
     }
 }
 
-bool WavReader::readFormat(const QByteArray &chunk)
+bool WavReader::readHeader()
 {
-    if (chunk.size() < 16)
+    const engines::WaveSound sound = engines::findWaveSound(m_file);
+    const bool pcm = sound.coding == engines::WaveSound::Pcm &&
+                     (sound.bits == 8 || sound.bits == 16 || sound.bits == 24 || sound.bits == 32);
+    m_isFloat = sound.coding == engines::WaveSound::Float && sound.bits == 32;
+    if (!(pcm || m_isFloat) || sound.channels < 1 || sound.channels > 2 || sound.rate < 1000 ||
+        sound.rate > 384000)
         return false;
-    const auto number = [&chunk](int place) { return qFromLittleEndian<quint16>(chunk.constData() + place); };
-    int tag = number(0);
-    if (tag == ExtensibleTag && chunk.size() >= 26)
-        tag = number(24);
-    const int bits = number(14);
-    m_format.channels = number(2);
-    m_format.rate = static_cast<int>(qFromLittleEndian<quint32>(chunk.constData() + 4));
-    m_isFloat = tag == FloatTag;
-    m_bytesPerSample = bits / 8;
-    const bool pcm = tag == PcmTag && (bits == 8 || bits == 16 || bits == 24 || bits == 32);
-    return (pcm || (m_isFloat && bits == 32)) && m_format.channels >= 1 && m_format.channels <= 2 &&
-           m_format.rate >= 1000 && m_format.rate <= 384000;
+    m_format.channels = sound.channels;
+    m_format.rate = static_cast<int>(sound.rate);
+    m_bytesPerSample = sound.bits / 8;
+    m_frames = m_framesLeft = sound.size / (m_bytesPerSample * m_format.channels);
+    return m_file.seek(sound.start);
 }
 
 qint16 WavReader::sample(const char *bytes) const

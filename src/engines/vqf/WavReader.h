@@ -24,7 +24,6 @@ public:
 
 private:
     bool readHeader();
-    bool readFormat(const QByteArray &chunk);
     qint16 sample(const char *bytes) const;
 
     QFile m_file;
