@@ -2,7 +2,7 @@
 
 #include "base/RunTimeFailure.h"
 #include "engines/audiofile/FormatText.h"
-#include "engines/audiofile/OggPages.h"
+#include "engines/audiofile/OggLength.h"
 
 #include <algorithm>
 #include <cmath>
@@ -54,7 +54,7 @@ void AudioSource::openContainer()
 {
     // Faults of a file are told by failures; nothing goes to the terminal.
     av_log_set_level(AV_LOG_QUIET);
-    m_length = lengthInOnlyPage(m_file.context());
+    m_length = lengthInOnlyPage(m_file.file());
     AVFormatContext *container = avformat_alloc_context();
     container->pb = m_file.context();
     // Other formats aren't read, among them lists that would open further files.

@@ -18,6 +18,8 @@ public:
     AvFile &operator=(const AvFile &) = delete;
 
     AVIOContext *context() const { return m_context; }
+    /// At the start of what the context reads, as long as it hasn't read. Whoever reads it goes back there.
+    QIODevice &file() { return m_file; }
     /// Whether reading met a fault of the device.
     bool failed() const { return m_failed; }
 

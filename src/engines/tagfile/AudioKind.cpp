@@ -1,8 +1,8 @@
 #include "engines/tagfile/AudioKind.h"
 
+#include "engines/common/OggPage.h"
 #include "engines/tagfile/Id3v2Tag.h"
 #include "engines/tagfile/MpegFrames.h"
-#include "engines/tagfile/OggPages.h"
 
 #include <algorithm>
 
@@ -58,7 +58,7 @@ AudioKind oggKind(QIODevice &file, qint64 place)
     while (const std::optional<OggPage> page = OggPage::read(file)) {
         if (!page->beginsStream())
             break;
-        const auto holds = [&](QByteArrayView start) { return page->body.startsWith(start); };
+        const auto holds = [&](QByteArrayView start) { return page->body().startsWith(start); };
         if (holds("\x01vorbis"))
             vorbis = true;
         else if (holds(QByteArrayView("\x80theora", 7)) || holds("BBCD"))

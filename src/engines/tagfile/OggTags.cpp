@@ -1,9 +1,9 @@
 #include "engines/tagfile/OggTags.h"
 
 #include "base/RunTimeFailure.h"
+#include "engines/common/OggPage.h"
 #include "engines/tagfile/AudioKind.h"
 #include "engines/tagfile/GenreNames.h"
-#include "engines/tagfile/OggPages.h"
 #include "engines/tagfile/VorbisComments.h"
 
 namespace engines {
@@ -43,25 +43,25 @@ VorbisHeaders readHeaders(QIODevice &file)
             failDamaged();
         headers.end += page->size();
         if (page->beginsStream()) {
-            if (page->body.startsWith("\x01vorbis") && !inStream) {
+            if (page->body().startsWith("\x01vorbis") && !inStream) {
                 inStream = true;
-                headers.serial = page->serial;
-                headers.firstSequence = page->sequence + 1;
+                headers.serial = page->serial();
+                headers.firstSequence = page->sequence() + 1;
             }
             continue;
         }
-        if (!inStream || page->serial != headers.serial)
+        if (!inStream || page->serial() != headers.serial)
             continue;
         size += page->size();
         if (size > LargestHeader)
             failDamaged();
         ++headers.pageCount;
         qsizetype place = 0;
-        for (const char lace : page->lacing) {
+        for (const char lace : page->lacing()) {
             if (packets.size() > 2)
                 failDamaged(); // audio has to begin on a page of its own
             const qsizetype segment = static_cast<quint8>(lace);
-            packets.last().append(page->body.constData() + place, segment);
+            packets.last().append(page->body().constData() + place, segment);
             place += segment;
             if (segment < 255)
                 packets.append(QByteArray());
@@ -141,7 +141,8 @@ void change(VorbisComments &comments, const TagFields &fields)
 
 void writeOgg(QIODevice &file, const VorbisHeaders &headers, const QByteArray &comments, ByteSink &out)
 {
-    const QList<OggPage> pages = oggPages({comments, headers.setup}, headers.serial, headers.firstSequence);
+    const QList<QByteArray> pages =
+        oggPages({comments, headers.setup}, headers.serial, headers.firstSequence);
     const auto shift = static_cast<quint32>(pages.size()) - headers.pageCount;
     copyBytes(file, 0, headers.begin, out);
     qint64 place = headers.begin;
@@ -153,15 +154,15 @@ void writeOgg(QIODevice &file, const VorbisHeaders &headers, const QByteArray &c
         if (!page)
             break; // what follows isn't Ogg
         const qint64 size = page->size();
-        const bool isOurs = page->serial == headers.serial;
+        const bool isOurs = page->serial() == headers.serial;
         if (isOurs && !page->beginsStream() && left > 0) {
             if (--left == 0) {
-                for (const OggPage &header : pages)
-                    writeBytes(header.render(), out);
+                for (const QByteArray &header : pages)
+                    writeBytes(header, out);
             }
         } else if (isOurs && left == 0 && !page->beginsStream()) {
-            page->sequence += shift;
-            writeBytes(page->render(), out);
+            page->setSequence(page->sequence() + shift);
+            writeBytes(page->bytes(), out);
         } else {
             ended = ended || (isOurs && left == 0);
             copyBytes(file, place, size, out);

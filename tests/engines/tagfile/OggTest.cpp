@@ -1,5 +1,5 @@
 #include "OggSamples.h"
-#include "engines/tagfile/OggPages.h"
+#include "engines/common/OggPage.h"
 
 #include <QBuffer>
 
@@ -24,9 +24,9 @@ bool isNumberedThrough(const QList<OggPage> &pages)
 {
     QMap<quint32, quint32> next;
     for (const OggPage &page : pages) {
-        if (page.sequence != next.value(page.serial, 0))
+        if (page.sequence() != next.value(page.serial(), 0))
             return false;
-        next[page.serial] = page.sequence + 1;
+        next[page.serial()] = page.sequence() + 1;
     }
     return true;
 }
@@ -61,13 +61,13 @@ TEST_F(OggTest, fieldsOfNoConcernStayToTheByteAndInTheirOrder)
          .year = 1999,
          .genre = 12,
          .track = 4});
-    EXPECT_EQ(pagesOf(afterWriting(vorbisPages(7, packet).join()))[1].body,
+    EXPECT_EQ(pagesOf(afterWriting(vorbisPages(7, packet).join()))[1].body(),
               comments({others[0], "Title=new", others[1], others[2], "GENRE=Synthwave", others[3],
                         "DESCRIPTION=long text", "DATE=1999-05-03", others[4], others[5], "TRACKNUMBER=4/12",
                         "COMMENT=C", "ARTIST=A"}) +
                   VorbisSetup);
     EXPECT_EQ(
-        pagesOf(afterWriting(vorbisPages(7, comments({"description=old"})).join()))[1].body,
+        pagesOf(afterWriting(vorbisPages(7, comments({"description=old"})).join()))[1].body(),
         comments({"description=C", "TITLE=new", "ARTIST=A", "DATE=1999", "GENRE=Other", "TRACKNUMBER=4"}) +
             VorbisSetup);
 }
@@ -111,8 +111,8 @@ TEST_F(OggTest, streamsBesideAndBehindStayAsTheyAre)
     EXPECT_TRUE(isNumberedThrough(pages));
     QByteArrayList audio;
     for (const OggPage &page : pages) {
-        if (page.serial == 1 && page.body.startsWith("audio"))
-            audio.append(page.body);
+        if (page.serial() == 1 && page.body().startsWith("audio"))
+            audio.append(page.body());
     }
     EXPECT_EQ(audio, (QByteArrayList{"audio 1 0", "audio 1 1", "audio 1 2"}));
 }
