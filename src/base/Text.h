@@ -14,6 +14,13 @@ inline const QString ProductVersion = QStringLiteral("7.0");
 /// The separator of joined lists: track titles, track offsets.
 inline constexpr QChar ListSeparator = u'|';
 
+/// The separator between folders, on this system. Functions on paths take it as a last, defaulted argument.
+#ifdef Q_OS_WIN
+inline constexpr QChar PathSeparator = u'\\';
+#else
+inline constexpr QChar PathSeparator = u'/';
+#endif
+
 /// Without the blanks at both ends; other white space stays.
 QString trimBlanks(const QString &text);
 

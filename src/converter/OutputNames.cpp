@@ -2,7 +2,7 @@
 
 #include "base/Formats.h"
 #include "base/Text.h"
-#include "settings/Paths.h"
+#include "naming/Paths.h"
 
 QString MakeOutputFileName(const QString &file, qint16 outputFormat, const QString &folder, QChar separator)
 {

@@ -2,7 +2,7 @@
 
 #include "base/Formats.h"
 #include "controls/DroppedPaths.h"
-#include "settings/Paths.h"
+#include "naming/Paths.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ProgramPaths.h"
+#include "base/Text.h"
 
 #include <QStringList>
 

@@ -4,11 +4,11 @@
 #include "converter/OutputNames.h"
 #include "converter/Progress.h"
 #include "converter/frmMain1.h"
+#include "naming/Paths.h"
 #include "platform/EventPump.h"
 #include "platform/ProgramEnd.h"
 #include "platform/Shell.h"
 #include "settings/Folders.h"
-#include "settings/Paths.h"
 
 #include <QFileInfo>
 #include <QScopedValueRollback>

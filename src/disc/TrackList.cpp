@@ -2,7 +2,8 @@
 
 #include "base/Text.h"
 #include "controls/ReportListView.h"
-#include "settings/Paths.h"
+#include "naming/FileNames.h"
+#include "naming/Paths.h"
 
 int TrackList::count() const
 {
@@ -63,12 +64,8 @@ void TrackList::UpdateFileNamesWithTitles(const QString &titles, const QString &
 
 QString TrackList::FindRepeatedNames() const
 {
-    QStringList repeated;
-    for (int first = 1; first <= count(); ++first) {
-        for (int second = first + 1; second <= count(); ++second) {
-            if (fileName(first) == fileName(second))
-                repeated.append(fileName(first));
-        }
-    }
-    return repeated.join(u'\n');
+    QStringList names;
+    for (int row = 1; row <= count(); ++row)
+        names.append(fileName(row));
+    return repeatedNames(names).join(u'\n');
 }

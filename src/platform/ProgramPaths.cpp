@@ -1,5 +1,7 @@
 #include "platform/ProgramPaths.h"
 
+#include "base/Text.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>

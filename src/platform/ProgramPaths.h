@@ -2,13 +2,6 @@
 
 #include <QString>
 
-/// The separator between folders, on this system. Functions on paths take it as a last, defaulted argument.
-#ifdef Q_OS_WIN
-inline constexpr QChar PathSeparator = u'\\';
-#else
-inline constexpr QChar PathSeparator = u'/';
-#endif
-
 /// Where the program's own files lie. A folder has no closing separator unless it is a root.
 struct ProgramPaths
 {

@@ -4,12 +4,12 @@
 #include "base/Numbers.h"
 #include "components/CDRipperX.h"
 #include "components/VEnc.h"
+#include "naming/Paths.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "rip/RipHost.h"
 #include "rip/frmExtract.h"
-#include "settings/Paths.h"
 #include "settings/SettingsStore.h"
 
 #include <cmath>

@@ -5,8 +5,8 @@
 #include "base/Text.h"
 #include "components/NCTAudioInformation.h"
 #include "components/VEnc.h"
+#include "naming/Paths.h"
 #include "rip/frmExtract.h"
-#include "settings/Paths.h"
 
 /// A failing statement is skipped, and the tag component isn't reset between files: a year that is no number,
 /// or a title that is missing, leaves the value of the file before.

@@ -2,10 +2,10 @@
 #include "base/Formats.h"
 #include "base/Text.h"
 #include "components/VEnc.h"
+#include "naming/Paths.h"
 #include "platform/Dialogs.h"
 #include "rip/RipHost.h"
 #include "rip/frmExtract.h"
-#include "settings/Paths.h"
 
 #include <QFile>
 #include <algorithm>

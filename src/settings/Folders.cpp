@@ -2,26 +2,15 @@
 
 #include "base/Deployment.h"
 #include "base/RunTimeFailure.h"
-#include "base/Text.h"
+#include "naming/Folders.h"
 #include "platform/Dialogs.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 void CreateDirectoryPath(Dialogs &dialogs, QWidget *owner, const QString &path, QChar separator)
 {
-    // A root has no drive letter as its first level where the separator is "/".
-    QString cur = separator == u'/' && path.startsWith(separator) ? QString(separator) : QString();
-    for (const QString &piece : splitText(path, separator)) {
-        if (trimBlanks(piece).isEmpty())
-            continue;
-        cur += piece + separator;
-        if (!QFileInfo(cur).isDir() && !QDir().mkdir(cur)) {
-            dialogs.messageBox(owner, {.text = QStringLiteral("Create directory error: ") + path,
-                                       .icon = BoxIcon::Critical,
-                                       .title = QStringLiteral("Error")});
-            return;
-        }
+    if (!makeFolders(path, separator)) {
+        dialogs.messageBox(owner, {.text = QStringLiteral("Create directory error: ") + path,
+                                   .icon = BoxIcon::Critical,
+                                   .title = QStringLiteral("Error")});
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ProgramPaths.h"
+#include "base/Text.h"
 
 class Dialogs;
 class QWidget;

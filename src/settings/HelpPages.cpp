@@ -1,8 +1,9 @@
 #include "settings/HelpPages.h"
 
+#include "naming/Paths.h"
 #include "platform/Desktop.h"
+#include "platform/ProgramPaths.h"
 #include "platform/Shell.h"
-#include "settings/Paths.h"
 
 #include <QDir>
 #include <QFile>

@@ -3,9 +3,9 @@
 #include "base/Numbers.h"
 #include "base/RunTimeFailure.h"
 #include "base/Text.h"
+#include "naming/Paths.h"
 #include "platform/ProfileFile.h"
 #include "platform/ProgramPaths.h"
-#include "settings/Paths.h"
 #include "settings/SettingsKeys.h"
 
 namespace {

@@ -1,5 +1,6 @@
 #include "settings/SystemInformation.h"
 
+#include "base/Text.h"
 #include "platform/ProgramPaths.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"

@@ -1,9 +1,10 @@
 // Formats, names and folders of what will be ripped.
 #include "base/Text.h"
+#include "naming/FileNames.h"
+#include "naming/Paths.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "settings/Folders.h"
-#include "settings/Paths.h"
 #include "shell/frmMain.h"
 
 namespace {

@@ -2,9 +2,9 @@
 #include "base/SkipFailures.h"
 #include "base/Text.h"
 #include "controls/WaitCursor.h"
+#include "naming/Paths.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-#include "settings/Paths.h"
 #include "tags/TagColumns.h"
 #include "tags/frmID3E.h"
 

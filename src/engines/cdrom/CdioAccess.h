@@ -1,11 +1,13 @@
 #pragma once
 
-#include "engines/cdrom/SectorSource.h"
+#include "engines/images/SectorSource.h"
 
 #include <cdio/cdio.h>
 #include <memory>
 
 namespace cdrom {
+
+using namespace images; // what a disc is
 
 struct CdioClose
 {

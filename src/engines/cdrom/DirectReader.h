@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/cdrom/Drive.h"
-#include "engines/cdrom/SectorSource.h"
+#include "engines/images/SectorSource.h"
 
 #include <QElapsedTimer>
 #include <atomic>

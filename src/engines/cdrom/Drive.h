@@ -1,11 +1,13 @@
 #pragma once
 
-#include "engines/cdrom/Disc.h"
+#include "engines/images/Disc.h"
 
 #include <functional>
 #include <memory>
 
 namespace cdrom {
+
+using namespace images; // what a disc is
 
 struct DriveTexts
 {

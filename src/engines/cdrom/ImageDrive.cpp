@@ -2,10 +2,10 @@
 
 #include "base/RunTimeFailure.h"
 #include "engines/cdrom/CdioAccess.h"
-#include "engines/cdrom/CueImage.h"
 #include "engines/cdrom/DirectReader.h"
 #include "engines/cdrom/ParanoiaReader.h"
-#include "engines/cdrom/TocFile.h"
+#include "engines/images/CueImage.h"
+#include "engines/images/TocFile.h"
 
 #include <QDateTime>
 #include <QDir>

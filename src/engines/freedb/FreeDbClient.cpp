@@ -9,6 +9,7 @@
 namespace engines {
 
 using namespace freedb;
+using namespace net;
 
 namespace {
 

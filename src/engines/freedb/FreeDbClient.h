@@ -1,7 +1,7 @@
 #pragma once
 
 #include "components/CDDB.h"
-#include "engines/freedb/HttpExchange.h"
+#include "engines/net/HttpExchange.h"
 
 namespace engines {
 
@@ -51,12 +51,12 @@ public:
     qint16 SubmitDisc(const QString &discId) override;
 
 private:
-    freedb::Route route() const;
+    net::Route route() const;
     void take(const freedb::DiscEntry &entry, const QString &category);
 
     QString m_hostName;
     bool m_useProxy = false;
-    freedb::Route::Proxy m_proxy;
+    net::Route::Proxy m_proxy;
     QString m_timeOut;
 
     QString m_album;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/freedb/DiscEntry.h"
-#include "engines/freedb/HttpExchange.h"
+#include "engines/net/HttpExchange.h"
 
 #include <tuple>
 

@@ -1,8 +1,8 @@
 #include "engines/cdrom/CdEngine.h"
 
-#include "DiscFolder.h"
 #include "SignalLog.h"
 #include "engines/cdrom/ImageDrive.h"
+#include "testkit/DiscFolder.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 

@@ -1,7 +1,7 @@
 #include "engines/cdrom/DriveNode.h"
 
-#include "DiscFolder.h"
 #include "engines/cdrom/MachineDrive.h"
+#include "testkit/DiscFolder.h"
 #include "testkit/Printing.h"
 
 namespace {

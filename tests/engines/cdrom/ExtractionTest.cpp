@@ -1,10 +1,10 @@
-#include "DiscFolder.h"
 #include "SignalLog.h"
 #include "base/RunTimeFailure.h"
 #include "demodisc/DemoDisc.h"
 #include "engines/cdrom/CdEngine.h"
 #include "engines/cdrom/ImageDrive.h"
 #include "engines/codecs/Encoder.h"
+#include "testkit/DiscFolder.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 

@@ -1,8 +1,8 @@
-#include "DiscFolder.h"
 #include "SignalLog.h"
 #include "demodisc/DemoDisc.h"
 #include "engines/cdrom/CdEngine.h"
 #include "engines/cdrom/ImageDrive.h"
+#include "testkit/DiscFolder.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 

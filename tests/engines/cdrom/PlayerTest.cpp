@@ -1,8 +1,8 @@
 #include "engines/cdrom/Player.h"
 
-#include "DiscFolder.h"
 #include "engines/cdrom/CdEngine.h"
 #include "engines/cdrom/ImageDrive.h"
+#include "testkit/DiscFolder.h"
 #include "testkit/Ui.h"
 
 #include <mutex>

@@ -4,7 +4,7 @@
 #include <QString>
 #include <vector>
 
-namespace cdrom {
+namespace images {
 
 struct CueFile
 {
@@ -45,4 +45,4 @@ struct CueSheet
     static CueSheet parse(const QByteArray &text);
 };
 
-} // namespace cdrom
+} // namespace images

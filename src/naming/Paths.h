@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/ProgramPaths.h"
-
-#include <QString>
+#include "base/Text.h"
 
 /// Operations on paths and names, plain text work without a look at the disk. `separator` stands between
 /// folders; the platform's is the default.
@@ -23,9 +21,3 @@ QString JoinPathFile(const QString &sPath, const QString &sFile, QChar separator
 
 /// A folder with the closing separator that its callers expect.
 QString withClosingSeparator(const QString &path, QChar separator = PathSeparator);
-
-/// A typed file name made legal: the colon stays, the double quote goes.
-QString MakeSafeFileName(const QString &name);
-/// A track's title as file name: the double quote stays, the colon goes. `extension` (with its point) comes
-/// behind it; a title of nothing gives nothing.
-QString MakeTrackFileName(const QString &title, const QString &extension);

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QStringList>
 
-namespace cdrom {
+namespace images {
 
 /// The words of a ".toc" file, with its sector files as whole paths: libcdio looks for them in the current
 /// folder only.
@@ -16,4 +16,4 @@ struct TocFile
     static TocFile read(const QString &path);
 };
 
-} // namespace cdrom
+} // namespace images

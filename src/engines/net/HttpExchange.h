@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 
-namespace engines::freedb {
+namespace net {
 
 /// The way to a server.
 struct Route
@@ -68,4 +68,4 @@ private:
     QDeadlineTimer m_deadline;
 };
 
-} // namespace engines::freedb
+} // namespace net

@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-namespace cdrom {
+namespace images {
 
 /// The stretch of a WAVE file that holds its samples.
 struct WaveData
@@ -14,4 +14,4 @@ struct WaveData
 /// The samples of a WAVE file that holds a disc's sound: 44100 Hz, stereo, 16 bits. Failure 57 for any other.
 WaveData discAudioOf(QFile &file);
 
-} // namespace cdrom
+} // namespace images

@@ -1,8 +1,8 @@
-#include "engines/cdrom/Disc.h"
+#include "engines/images/Disc.h"
 
 #include <cstdlib>
 
-namespace cdrom {
+namespace images {
 
 namespace {
 
@@ -72,4 +72,4 @@ QString timeOf(qint32 sectors)
     return sectors < 0 && seconds > 0 ? u'-' + time : time;
 }
 
-} // namespace cdrom
+} // namespace images

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engines/cdrom/Disc.h"
+#include "engines/images/Disc.h"
 
-namespace cdrom {
+namespace images {
 
 /// An opened disc whose audio sectors are read plainly. One thread at a time.
 class SectorSource
@@ -15,4 +15,4 @@ public:
     virtual bool read(qint32 first, qint32 count, qint16 *samples) = 0;
 };
 
-} // namespace cdrom
+} // namespace images

@@ -1,4 +1,4 @@
-#include "engines/cdrom/Disc.h"
+#include "engines/images/Disc.h"
 
 #include "testkit/Printing.h"
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-using namespace cdrom;
+using namespace images;
 
 /// A disc from offsets as the service counts them, with the lead-in.
 DiscToc discOf(const std::vector<qint32> &offsets, qint32 leadOut)

@@ -1,17 +1,4 @@
-#include "settings/Paths.h"
-
-#include "base/Text.h"
-
-namespace {
-
-QString replacedByUnderscore(QString text, const QString &characters)
-{
-    for (const QChar character : characters)
-        text.replace(character, u'_');
-    return text;
-}
-
-} // namespace
+#include "naming/Paths.h"
 
 QString ExtractPath(const QString &sFile, QChar separator)
 {
@@ -47,15 +34,4 @@ QString JoinPathFile(const QString &sPath, const QString &sFile, QChar separator
 QString withClosingSeparator(const QString &path, QChar separator)
 {
     return path.endsWith(separator) ? path : path + separator;
-}
-
-QString MakeSafeFileName(const QString &name)
-{
-    return withoutNul(replacedByUnderscore(trimBlanks(name), QStringLiteral("|<>?*\\/\"")));
-}
-
-QString MakeTrackFileName(const QString &title, const QString &extension)
-{
-    const QString name = withoutNul(trimBlanks(title));
-    return name.isEmpty() ? QString() : replacedByUnderscore(name, QStringLiteral("\\/|<>*?:")) + extension;
 }

@@ -1,13 +1,13 @@
-#include "engines/cdrom/CueSheet.h"
+#include "engines/images/CueSheet.h"
 
 #include "base/RunTimeFailure.h"
-#include "engines/cdrom/Disc.h"
+#include "engines/images/Disc.h"
 
 #include <QMap>
 #include <QStringDecoder>
 #include <QStringList>
 
-namespace cdrom {
+namespace images {
 
 namespace {
 
@@ -181,4 +181,4 @@ CueSheet CueSheet::parse(const QByteArray &text)
     return Parser().parse(text);
 }
 
-} // namespace cdrom
+} // namespace images

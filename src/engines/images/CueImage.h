@@ -1,13 +1,13 @@
 #pragma once
 
-#include "engines/cdrom/CueSheet.h"
-#include "engines/cdrom/SectorSource.h"
+#include "engines/images/CueSheet.h"
+#include "engines/images/SectorSource.h"
 
 #include <QFile>
 #include <QStringList>
 #include <memory>
 
-namespace cdrom {
+namespace images {
 
 /// A stretch of the disc that lies in one file. What no extent covers is silent.
 struct CueExtent
@@ -52,4 +52,4 @@ private:
     DiscToc m_toc;
 };
 
-} // namespace cdrom
+} // namespace images

@@ -1,4 +1,4 @@
-#include "engines/freedb/HttpExchange.h"
+#include "engines/net/HttpExchange.h"
 
 #include "base/Deployment.h"
 #include "base/Text.h"
@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <curl/curl.h>
 
-namespace engines::freedb {
+namespace net {
 
 namespace {
 
@@ -169,4 +169,4 @@ HttpAnswer HttpExchange::perform(const QByteArray &target)
     return answer;
 }
 
-} // namespace engines::freedb
+} // namespace net

@@ -1,7 +1,7 @@
-#include "engines/cdrom/CueImage.h"
+#include "engines/images/CueImage.h"
 
 #include "base/RunTimeFailure.h"
-#include "engines/cdrom/WaveHeader.h"
+#include "engines/images/WaveHeader.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace cdrom {
+namespace images {
 
 namespace {
 
@@ -234,4 +234,4 @@ bool CueImage::readExtent(const CueExtent &extent, qint32 first, qint32 count, q
     return true;
 }
 
-} // namespace cdrom
+} // namespace images

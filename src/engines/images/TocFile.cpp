@@ -1,4 +1,4 @@
-#include "engines/cdrom/TocFile.h"
+#include "engines/images/TocFile.h"
 
 #include "base/RunTimeFailure.h"
 
@@ -7,7 +7,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-namespace cdrom {
+namespace images {
 
 namespace {
 
@@ -40,4 +40,4 @@ TocFile TocFile::read(const QString &path)
     return toc;
 }
 
-} // namespace cdrom
+} // namespace images

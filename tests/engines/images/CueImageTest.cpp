@@ -1,7 +1,7 @@
-#include "engines/cdrom/CueImage.h"
+#include "engines/images/CueImage.h"
 
-#include "DiscFolder.h"
 #include "base/RunTimeFailure.h"
+#include "testkit/DiscFolder.h"
 #include "testkit/Printing.h"
 
 #include <map>
@@ -9,7 +9,7 @@
 
 namespace {
 
-using namespace cdrom;
+using namespace images;
 
 /// "0+100 150+50d | 200": start and length of each track, "d" for data, and the lead-out.
 QString shape(const DiscToc &toc)

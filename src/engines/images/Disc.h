@@ -5,7 +5,7 @@
 
 /// What the CD engine knows of a disc. Positions and lengths are sectors, 75 to the second, counted from the
 /// end of the disc's lead-in; a sector of audio is 588 frames of two 16-bit samples.
-namespace cdrom {
+namespace images {
 
 inline constexpr qint32 SectorsPerSecond = 75;
 inline constexpr qint32 LeadInSectors = 150;
@@ -49,4 +49,4 @@ QString freeDbId(const DiscToc &toc);
 /// "hh:mm:ss", parts of a second cut off. A negative count has a minus sign.
 QString timeOf(qint32 sectors);
 
-} // namespace cdrom
+} // namespace images

@@ -1,9 +1,9 @@
-#include "engines/cdrom/WaveHeader.h"
+#include "engines/images/WaveHeader.h"
 
 #include "base/RunTimeFailure.h"
 #include "engines/common/WaveSound.h"
 
-namespace cdrom {
+namespace images {
 
 namespace {
 
@@ -28,4 +28,4 @@ WaveData discAudioOf(QFile &file)
     return {sound.start, sound.size};
 }
 
-} // namespace cdrom
+} // namespace images
