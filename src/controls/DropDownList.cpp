@@ -4,12 +4,15 @@
 
 DropDownList::DropDownList(QWidget *parent) : QComboBox(parent)
 {
-    // The first entry that is added must not become the chosen one by itself.
-    connect(model(), &QAbstractItemModel::rowsInserted, this, [this] {
-        if (count() == 1)
-            QComboBox::setCurrentIndex(-1);
-    });
     connect(this, &QComboBox::activated, this, [this] { Q_EMIT userClicked(); });
+}
+
+void DropDownList::addEntry(const QString &text, qint32 number)
+{
+    const int chosen = currentIndex();
+    addItem(text, number);
+    // The first entry of a combo box becomes the chosen one by itself.
+    QComboBox::setCurrentIndex(chosen);
 }
 
 void DropDownList::setListIndex(int row)

@@ -13,7 +13,8 @@ class DropDownList : public QComboBox, public ClickSource
 public:
     explicit DropDownList(QWidget *parent = nullptr);
 
-    void addEntry(const QString &text, qint32 number = 0) { addItem(text, number); }
+    /// Adds it at the end; what is chosen stays as it is, and no click runs.
+    void addEntry(const QString &text, qint32 number = 0);
     /// Empties the list; nothing is chosen then, and no click runs.
     void clearEntries() { clear(); }
 

@@ -43,6 +43,9 @@ TEST(DropDownList, choosingRunsTheClickEveryTime)
     QTest::keyClick(&list, Qt::Key_Down);
     EXPECT_EQ(clicks.fromUser, 1);
     EXPECT_EQ(clicks.fromCode, 2);
+    list.clearEntries();
+    list.addEntry(QStringLiteral("8X"), 8);
+    EXPECT_EQ(list.listIndex(), -1); // nor does filling it again
 }
 
 TEST(DropDownList, theFirstRowWithTheNumberIsChosenAndNoneLeavesAll)
