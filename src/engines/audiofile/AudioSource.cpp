@@ -4,6 +4,7 @@
 #include "engines/audiofile/FormatText.h"
 #include "engines/audiofile/OggLength.h"
 
+#include <QtEndian>
 #include <algorithm>
 #include <cmath>
 #include <string_view>
@@ -31,6 +32,14 @@ bool beginsVorbisStream(const AVPacket &packet)
     constexpr std::string_view Head("\1vorbis");
     return std::string_view(reinterpret_cast<const char *>(packet.data), std::size_t(packet.size))
         .starts_with(Head);
+}
+
+/// So much of the sound's beginning was added by the encoder or the decoder, in frames. It is told where the
+/// decoder is not to cut by itself.
+qint64 toBeSkipped(const AVFrame &frame)
+{
+    const AVFrameSideData *told = av_frame_get_side_data(&frame, AV_FRAME_DATA_SKIP_SAMPLES);
+    return told ? qFromLittleEndian<quint32>(told->data) : 0;
 }
 
 } // namespace
@@ -85,7 +94,7 @@ void AudioSource::openDecoder()
     m_decoder->pkt_timebase = stream.time_base;
     if (m_length) {
         // The library takes a page that is the first and the last for one that begins before the sound, and
-        // would cut the wrong end.
+        // would cut too much of its end.
         m_decoder->flags2 |= AV_CODEC_FLAG2_SKIP_MANUAL;
         m_heldFrames = MostHeldFrames;
     }
@@ -175,9 +184,21 @@ void AudioSource::takeFrames()
             return;
         }
         if (m_frame->sample_rate > 0 && m_frame->sample_rate <= HighestRate && m_frame->nb_samples > 0)
-            m_converter->convert(*m_frame, m_decoded);
+            takeFrame();
         av_frame_unref(m_frame.get());
     }
+}
+
+void AudioSource::takeFrame()
+{
+    m_skip += toBeSkipped(*m_frame);
+    const int skipped = static_cast<int>(std::min<qint64>(m_skip, m_frame->nb_samples));
+    m_skip -= skipped;
+    if (skipped == m_frame->nb_samples)
+        return;
+    const auto begin = qsizetype(m_decoded.size());
+    m_converter->convert(*m_frame, m_decoded);
+    m_decoded.erase(m_decoded.begin() + begin, m_decoded.begin() + begin + skipped * m_format.channels);
 }
 
 void AudioSource::cutTail()

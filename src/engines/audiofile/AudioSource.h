@@ -37,6 +37,7 @@ private:
     void findLength();
     bool decodeMore();
     void takeFrames();
+    void takeFrame();
     void cutTail();
 
     AvFile m_file;
@@ -52,6 +53,7 @@ private:
     std::vector<qint16> m_decoded; ///< and not yet given away
     qint64 m_framesGiven = 0;
     std::optional<qint64> m_length; ///< in frames, where the file tells it and the decoder doesn't keep to it
+    qint64 m_skip = 0;              ///< so many frames more of the beginning aren't sound
     int m_heldFrames = 0;           ///< so many are kept back until the end is known
     bool m_ended = false;
     bool m_faulty = false;
