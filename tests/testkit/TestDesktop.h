@@ -13,6 +13,7 @@
 #include "testkit/ScriptedDialogs.h"
 
 #include <QTemporaryDir>
+#include <QTimeZone>
 #include <map>
 
 /// Writes each verb into the log: "open X", "explore X", "start X".
@@ -59,7 +60,7 @@ class FakeClock : public Clock
 {
 public:
     QDateTime now() const override { return present; }
-    QDateTime present = QDateTime(QDate(2024, 3, 1), QTime(12, 0), Qt::UTC);
+    QDateTime present = QDateTime(QDate(2024, 3, 1), QTime(12, 0), QTimeZone::utc());
 };
 
 class FakeSystemVersion : public SystemVersion
