@@ -95,8 +95,9 @@ QByteArray bytesAt(QIODevice &file, qint64 place, qint64 count)
 qint64 sizeOfTagsInFront(QIODevice &file)
 {
     qint64 size = 0;
-    while (const qint64 next = Id3v2Tag::sizeAt(file, size))
-        size += next;
+    // One more is left to be found than a file may have, so that it is seen that there are too many.
+    for (int tags = 0; tags <= Id3v2Tag::MostTags; ++tags)
+        size += Id3v2Tag::sizeOf(bytesAt(file, size, 10));
     return size;
 }
 

@@ -12,7 +12,7 @@ AudioKind audioKind(QIODevice &file);
 /// Bytes of a file from a place on, which may lie beyond its end.
 QByteArray bytesAt(QIODevice &file, qint64 place, qint64 count);
 
-/// Bytes of ID3v2 tags at the start of a file.
+/// Bytes of ID3v2 tags at the start of a file, one behind the other, as many as a file may have.
 qint64 sizeOfTagsInFront(QIODevice &file);
 
 } // namespace engines

@@ -1,37 +1,32 @@
 #include "engines/tagfile/Id3v2Text.h"
 
 #include <QStringDecoder>
+#include <QtEndian>
 #include <algorithm>
 
 namespace engines::Id3v2Text {
 
 namespace {
 
-QString decoded(const QByteArray &bytes, Encoding encoding)
-{
-    switch (encoding) {
-    case Latin1:
-        return QString::fromLatin1(bytes);
-    case Utf16:
-        return QStringDecoder(QStringDecoder::Utf16)(bytes);
-    case Utf16BigEndian:
-        return QStringDecoder(QStringDecoder::Utf16BE)(bytes);
-    case Utf8:
-        return QString::fromUtf8(bytes);
-    }
-    return {};
-}
-
 /// Latin-1 without the control characters that some readers take for letters of a code page.
-bool isLatin1(const QString &text)
+bool isLatin1(QStringView text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar c) {
         return c.unicode() < 0x80 || (c.unicode() >= 0xa0 && c.unicode() <= 0xff);
     });
 }
 
-QByteArray utf16(const QString &text)
+bool isAscii(QStringView text)
 {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+QByteArray encoded(QStringView text, Encoding encoding)
+{
+    if (encoding == Latin1)
+        return text.toLatin1();
+    if (encoding == Utf8)
+        return text.toUtf8();
     QByteArray bytes("\xff\xfe");
     for (const QChar c : text) {
         bytes.append(static_cast<char>(c.unicode() & 0xff));
@@ -44,7 +39,8 @@ QByteArray utf16(const QString &text)
 
 Reader::Reader(const QByteArray &data)
     : m_data(data),
-      m_encoding(!data.isEmpty() && isEncoding(data[0]) ? static_cast<Encoding>(data[0]) : Latin1)
+      m_encoding(!data.isEmpty() && isEncoding(data[0]) ? static_cast<Encoding>(data[0]) : Latin1),
+      m_bigEndian(m_encoding == Utf16BigEndian)
 {}
 
 QByteArray Reader::bytes(qsizetype count)
@@ -56,23 +52,33 @@ QByteArray Reader::bytes(qsizetype count)
 
 QByteArray Reader::bytesToEndMark()
 {
-    const qsizetype end = m_data.indexOf('\0', m_place);
-    const QByteArray taken = m_data.mid(m_place, end < 0 ? -1 : end - m_place);
-    m_place = end < 0 ? m_data.size() : end + 1;
+    const qsizetype width = m_encoding == Utf16 || m_encoding == Utf16BigEndian ? 2 : 1;
+    qsizetype end = m_place;
+    while (end + width <= m_data.size() && (m_data[end] != '\0' || m_data[end + width - 1] != '\0'))
+        end += width;
+    const bool hasMark = end + width <= m_data.size();
+    const QByteArray taken = m_data.mid(m_place, hasMark ? end - m_place : -1);
+    m_place = hasMark ? end + width : m_data.size();
     return taken;
+}
+
+QString Reader::decoded(QByteArrayView bytes)
+{
+    if (m_encoding == Latin1)
+        return QString::fromLatin1(bytes);
+    if (m_encoding == Utf8)
+        return QString::fromUtf8(bytes);
+    const bool isMarked = bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff");
+    if (isMarked) {
+        m_bigEndian = bytes[0] == '\xfe';
+        bytes = bytes.sliced(2);
+    }
+    return QStringDecoder(m_bigEndian ? QStringDecoder::Utf16BE : QStringDecoder::Utf16LE)(bytes);
 }
 
 QString Reader::text()
 {
-    if (m_encoding == Latin1 || m_encoding == Utf8)
-        return decoded(bytesToEndMark(), m_encoding);
-    qsizetype end = m_place;
-    while (end + 1 < m_data.size() && (m_data[end] != '\0' || m_data[end + 1] != '\0'))
-        end += 2;
-    const bool hasMark = end + 1 < m_data.size();
-    const QByteArray taken = m_data.mid(m_place, end - m_place);
-    m_place = hasMark ? end + 2 : m_data.size();
-    return decoded(taken, m_encoding);
+    return decoded(bytesToEndMark());
 }
 
 QStringList Reader::allTexts()
@@ -85,19 +91,17 @@ QStringList Reader::allTexts()
     return texts;
 }
 
-QByteArray render(const QList<Piece> &pieces)
+QByteArray render(int version, const QByteArray &head, const QStringList &texts)
 {
-    const bool narrow =
-        std::all_of(pieces.begin(), pieces.end(), [](const Piece &piece) { return isLatin1(piece.text); });
-    QByteArray data(1, static_cast<char>(narrow ? Latin1 : Utf16));
-    for (const Piece &piece : pieces) {
-        if (piece.kind == Kind::Bytes) {
-            data.append(piece.bytes);
-            continue;
-        }
-        data.append(narrow ? piece.text.toLatin1() : utf16(piece.text));
-        if (piece.kind == Kind::MarkedText)
-            data.append(QByteArray(narrow ? 1 : 2, '\0'));
+    const bool narrow = std::all_of(texts.begin(), texts.end(), [&](const QString &text) {
+        return version == 4 ? isAscii(text) : isLatin1(text);
+    });
+    const Encoding encoding = narrow ? Latin1 : version == 4 ? Utf8 : Utf16;
+    QByteArray data = static_cast<char>(encoding) + head;
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        if (i > 0)
+            data.append(QByteArray(encoding == Utf16 ? 2 : 1, '\0'));
+        data.append(encoded(texts[i], encoding));
     }
     return data;
 }

@@ -22,35 +22,25 @@ public:
     explicit Reader(const QByteArray &data);
 
     QByteArray bytes(qsizetype count);
-    /// Up to the next NUL, which is left out.
-    QByteArray bytesToEndMark();
-    /// The text up to its end mark or to the end.
+    /// The text up to its end mark or to the end. In UTF-16 a text without a byte-order mark has the order of
+    /// the text before it.
     QString text();
     /// All texts to the end.
     QStringList allTexts();
-    QByteArray rest() { return bytes(m_data.size()); }
 
 private:
+    QByteArray bytesToEndMark();
+    QString decoded(QByteArrayView bytes);
+
     QByteArray m_data;
     qsizetype m_place = 1;
     Encoding m_encoding;
+    bool m_bigEndian;
 };
 
-enum class Kind {
-    Bytes,      ///< as they are
-    MarkedText, ///< with its end mark
-    LastText,   ///< without one
-};
-
-/// A part of a frame's data.
-struct Piece
-{
-    QByteArray bytes;
-    QString text;
-    Kind kind;
-};
-
-/// The data of a frame from its encoding byte on: Latin-1 where that holds all the texts, else UTF-16.
-QByteArray render(const QList<Piece> &pieces);
+/// The data of a frame in the form of version 3 or 4: the encoding byte, the bytes `head`, and the texts with
+/// end marks between them. Latin-1 where that holds all the texts, else UTF-16 in version 3. Version 4 takes
+/// ASCII or UTF-8, in which there is no byte that unsynchronisation would change.
+QByteArray render(int version, const QByteArray &head, const QStringList &texts);
 
 } // namespace engines::Id3v2Text

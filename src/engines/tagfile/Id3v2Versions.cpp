@@ -2,99 +2,12 @@
 
 #include "engines/tagfile/Id3v2Text.h"
 
-#include <QStringList>
-#include <cstring>
+#include <QtEndian>
+#include <algorithm>
 
 namespace engines {
 
 namespace {
-
-/// How the data of a frame lie behind the encoding byte. A digit: that many bytes. L: a Latin-1 text up to
-/// its end mark. S: a text in the frame's encoding up to its end mark. V: values, all in one text since
-/// version 2.3 knows just one. P: a list of texts. What is left over is binary.
-struct Layout
-{
-    const char *id;
-    const char *parts;
-};
-
-constexpr Layout Layouts[] = {
-    {"TXXX", "SV"},  {"WXXX", "S"},   {"COMM", "3SV"},    {"USLT", "3SV"}, {"USER", "3V"}, {"APIC", "L1S"},
-    {"GEOB", "LSS"}, {"OWNE", "L8V"}, {"COMR", "L8L1SS"}, {"TIPL", "P"},   {"TMCL", "P"},
-};
-
-/// Beyond this a frame of texts is no honest one, and taking it apart would cost many times its size.
-constexpr qsizetype LargestText = 1 << 20;
-
-const char *layoutOf(const QByteArray &id)
-{
-    for (const Layout &layout : Layouts) {
-        if (id == layout.id)
-            return layout.parts;
-    }
-    return id.startsWith('T') ? "V" : nullptr;
-}
-
-/// Several genres as version 2.3 writes them: numbers in brackets before a text.
-QString genreText(const QStringList &values)
-{
-    QString text;
-    for (const QString &value : values) {
-        bool isNumber = false;
-        value.toUInt(&isNumber);
-        if (!text.isEmpty() && !text.endsWith(u')'))
-            text.append(u'/');
-        text.append(isNumber ? u'(' + value + u')' : value);
-    }
-    return text;
-}
-
-/// The data of a frame whose texts are written anew in an encoding of version 2.3; as they are where nothing
-/// is known of them.
-QByteArray recoded(const QByteArray &id, const QByteArray &data)
-{
-    const char *layout = layoutOf(id);
-    if (!layout || data.isEmpty() || !Id3v2Text::isEncoding(data[0]))
-        return data;
-    if (data.size() > LargestText && std::strpbrk(layout, "VP"))
-        return data;
-    Id3v2Text::Reader reader(data);
-    QList<Id3v2Text::Piece> pieces;
-    for (const char *part = layout; *part; ++part) {
-        if (*part == 'L')
-            pieces.append({reader.bytesToEndMark() + '\0', {}, Id3v2Text::Kind::Bytes});
-        else if (*part == 'S')
-            pieces.append({{}, reader.text(), Id3v2Text::Kind::MarkedText});
-        else if (*part == 'V')
-            pieces.append({{},
-                           id == "TCON" ? genreText(reader.allTexts()) : reader.allTexts().join(u'/'),
-                           Id3v2Text::Kind::LastText});
-        else if (*part == 'P')
-            for (const QString &text : reader.allTexts())
-                pieces.append({{}, text, Id3v2Text::Kind::MarkedText});
-        else
-            pieces.append({reader.bytes(*part - '0'), {}, Id3v2Text::Kind::Bytes});
-    }
-    pieces.append({reader.rest(), {}, Id3v2Text::Kind::Bytes});
-    return Id3v2Text::render(pieces);
-}
-
-Id3v2Frame textFrame(const char *id, const QString &text)
-{
-    return {id, 0, Id3v2Text::render({{{}, text, Id3v2Text::Kind::LastText}})};
-}
-
-/// A recording time, "2001-02-03T04:05:06" or its first parts, as the frames of version 2.3.
-QList<Id3v2Frame> recordingTime(const QByteArray &data)
-{
-    const QString time = Id3v2Text::Reader(data).allTexts().value(0);
-    QList<Id3v2Frame> frames{textFrame("TYER", time.left(4))};
-    if (time.size() >= 10)
-        frames.append(textFrame("TDAT", time.mid(8, 2) + time.mid(5, 2)));
-    if (time.size() >= 16)
-        frames.append(textFrame("TIME", time.mid(11, 2) + time.mid(14, 2)));
-    return frames;
-}
 
 /// The ids of version 2.2 and those of 2.3.
 constexpr struct
@@ -102,18 +15,19 @@ constexpr struct
     const char *old;
     const char *id;
 } OldIds[] = {
-    {"BUF", "RBUF"}, {"CNT", "PCNT"}, {"COM", "COMM"}, {"CRA", "AENC"}, {"ETC", "ETCO"}, {"EQU", "EQUA"},
-    {"GEO", "GEOB"}, {"IPL", "IPLS"}, {"MCI", "MCDI"}, {"MLL", "MLLT"}, {"PIC", "APIC"}, {"POP", "POPM"},
-    {"REV", "RVRB"}, {"RVA", "RVAD"}, {"SLT", "SYLT"}, {"STC", "SYTC"}, {"TAL", "TALB"}, {"TBP", "TBPM"},
-    {"TCM", "TCOM"}, {"TCO", "TCON"}, {"TCP", "TCMP"}, {"TCR", "TCOP"}, {"TDA", "TDAT"}, {"TDY", "TDLY"},
-    {"TEN", "TENC"}, {"TFT", "TFLT"}, {"TIM", "TIME"}, {"TKE", "TKEY"}, {"TLA", "TLAN"}, {"TLE", "TLEN"},
-    {"TMT", "TMED"}, {"TOA", "TOPE"}, {"TOF", "TOFN"}, {"TOL", "TOLY"}, {"TOR", "TORY"}, {"TOT", "TOAL"},
-    {"TP1", "TPE1"}, {"TP2", "TPE2"}, {"TP3", "TPE3"}, {"TP4", "TPE4"}, {"TPA", "TPOS"}, {"TPB", "TPUB"},
-    {"TRC", "TSRC"}, {"TRD", "TRDA"}, {"TRK", "TRCK"}, {"TS2", "TSO2"}, {"TSA", "TSOA"}, {"TSC", "TSOC"},
-    {"TSI", "TSIZ"}, {"TSP", "TSOP"}, {"TSS", "TSSE"}, {"TST", "TSOT"}, {"TT1", "TIT1"}, {"TT2", "TIT2"},
-    {"TT3", "TIT3"}, {"TXT", "TEXT"}, {"TXX", "TXXX"}, {"TYE", "TYER"}, {"UFI", "UFID"}, {"ULT", "USLT"},
-    {"WAF", "WOAF"}, {"WAR", "WOAR"}, {"WAS", "WOAS"}, {"WCM", "WCOM"}, {"WCP", "WCOP"}, {"WPB", "WPUB"},
-    {"WXX", "WXXX"},
+    {"BUF", "RBUF"}, {"CNT", "PCNT"}, {"COM", "COMM"}, {"CRA", "AENC"}, {"EQU", "EQUA"}, {"ETC", "ETCO"},
+    {"GEO", "GEOB"}, {"GP1", "GRP1"}, {"IPL", "IPLS"}, {"LNK", "LINK"}, {"MCI", "MCDI"}, {"MLL", "MLLT"},
+    {"MVI", "MVIN"}, {"MVN", "MVNM"}, {"PCS", "PCST"}, {"PIC", "APIC"}, {"POP", "POPM"}, {"REV", "RVRB"},
+    {"RVA", "RVAD"}, {"SLT", "SYLT"}, {"STC", "SYTC"}, {"TAL", "TALB"}, {"TBP", "TBPM"}, {"TCM", "TCOM"},
+    {"TCO", "TCON"}, {"TCP", "TCMP"}, {"TCR", "TCOP"}, {"TCT", "TCAT"}, {"TDA", "TDAT"}, {"TDR", "TDRL"},
+    {"TDS", "TDES"}, {"TDY", "TDLY"}, {"TEN", "TENC"}, {"TFT", "TFLT"}, {"TID", "TGID"}, {"TIM", "TIME"},
+    {"TKE", "TKEY"}, {"TLA", "TLAN"}, {"TLE", "TLEN"}, {"TMT", "TMED"}, {"TOA", "TOPE"}, {"TOF", "TOFN"},
+    {"TOL", "TOLY"}, {"TOR", "TORY"}, {"TOT", "TOAL"}, {"TP1", "TPE1"}, {"TP2", "TPE2"}, {"TP3", "TPE3"},
+    {"TP4", "TPE4"}, {"TPA", "TPOS"}, {"TPB", "TPUB"}, {"TRC", "TSRC"}, {"TRD", "TRDA"}, {"TRK", "TRCK"},
+    {"TS2", "TSO2"}, {"TSA", "TSOA"}, {"TSC", "TSOC"}, {"TSI", "TSIZ"}, {"TSP", "TSOP"}, {"TSS", "TSSE"},
+    {"TST", "TSOT"}, {"TT1", "TIT1"}, {"TT2", "TIT2"}, {"TT3", "TIT3"}, {"TXT", "TEXT"}, {"TXX", "TXXX"},
+    {"TYE", "TYER"}, {"UFI", "UFID"}, {"ULT", "USLT"}, {"WAF", "WOAF"}, {"WAR", "WOAR"}, {"WAS", "WOAS"},
+    {"WCM", "WCOM"}, {"WCP", "WCOP"}, {"WFD", "WFED"}, {"WPB", "WPUB"}, {"WXX", "WXXX"},
 };
 
 /// A picture names its format by three characters in version 2.2, by a MIME type later.
@@ -128,6 +42,63 @@ QByteArray pictureData(const QByteArray &data)
     return data.left(1) + type + '\0' + data.mid(4);
 }
 
+/// Where the frames begin that stand inside a chapter or a table of contents; none in other frames.
+std::optional<qsizetype> embeddedFrames(const Id3v2Frame &frame)
+{
+    const qsizetype name = frame.data.indexOf('\0') + 1;
+    if (frame.id == "CHAP" && name > 0)
+        return name + 16; // four times
+    if (frame.id != "CTOC" || name == 0 || frame.data.size() < name + 2)
+        return {};
+    qsizetype place = name + 2; // flags and count
+    for (int children = static_cast<quint8>(frame.data[name + 1]); children > 0 && place > 0; --children)
+        place = frame.data.indexOf('\0', place) + 1;
+    return place > 0 ? std::optional(place) : std::nullopt;
+}
+
+Id3v2Frame frameToVersion24(const Id3v2Frame &frame)
+{
+    const QByteArray id = frame.id == "IPLS" ? "TIPL" : frame.id == "TORY" ? "TDOR" : frame.id;
+    Id3v2Frame result{id, static_cast<quint16>((frame.flags & 0xe000) >> 1), {}};
+    QByteArray data = frame.data;
+    const auto take = [&](bool there, qsizetype count) {
+        const QByteArray taken = there ? data.left(count) : QByteArray();
+        data.remove(0, taken.size());
+        return taken;
+    };
+    const QByteArray length = take(frame.flags & Id3v2Flags23::Compressed, 4);
+    const QByteArray method = take(frame.flags & Id3v2Flags23::Encrypted, 1);
+    const QByteArray group = take(frame.flags & Id3v2Flags23::Grouped, 1);
+    result.data = group + method;
+    if (length.size() == 4)
+        appendSynchsafe(result.data, qFromBigEndian<quint32>(length.constData()));
+    if (frame.flags & Id3v2Flags23::Compressed)
+        result.flags |= Id3v2Flags24::Compressed | Id3v2Flags24::HasLength;
+    if (frame.flags & Id3v2Flags23::Encrypted)
+        result.flags |= Id3v2Flags24::Encrypted;
+    if (frame.flags & Id3v2Flags23::Grouped)
+        result.flags |= Id3v2Flags24::Grouped;
+    if (const auto place = result.flags == 0 ? embeddedFrames(frame) : std::nullopt) {
+        const Id3v2Frames embedded = Id3v2Frames::parse(data.mid(*place), 3);
+        if (!embedded.damaged)
+            data = data.left(*place) + bytesOfFrames(toVersion24(embedded.frames), 4);
+    }
+    result.data += data;
+    return result;
+}
+
+/// The text of a frame that holds nothing but digits, `count` of them; empty for any other.
+QByteArray digitsOf(const QList<Id3v2Frame> &frames, const char *id, qsizetype count)
+{
+    const auto frame = std::find_if(frames.begin(), frames.end(),
+                                    [&](const Id3v2Frame &each) { return each.id == id && each.flags == 0; });
+    if (frame == frames.end())
+        return {};
+    const QByteArray text = Id3v2Text::Reader(frame->data).allTexts().value(0).toLatin1();
+    const bool isNumber = std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return isNumber && text.size() == count ? text : QByteArray();
+}
+
 } // namespace
 
 QByteArray withoutUnsynchronisation(const QByteArray &data)
@@ -136,56 +107,53 @@ QByteArray withoutUnsynchronisation(const QByteArray &data)
     plain.reserve(data.size());
     for (qsizetype i = 0; i < data.size(); ++i) {
         plain.append(data[i]);
-        if (data[i] == '\xff' && i + 1 < data.size() && data[i + 1] == '\0')
+        if (data[i] != '\xff' || i + 1 == data.size())
+            continue;
+        if (static_cast<quint8>(data[i + 1]) >= 0xe0)
+            return data;
+        if (data[i + 1] == '\0')
             ++i;
     }
     return plain;
 }
 
-QList<Id3v2Frame> fromVersion22(const QByteArray &id, const QByteArray &data)
+Id3v2Frame withLongId(const Id3v2Frame &frame)
 {
+    if (frame.id.size() == 4 && !frame.id.endsWith('\0'))
+        return frame;
+    const QByteArray id = frame.id.left(3);
     for (const auto &known : OldIds) {
         if (id == known.old)
-            return {{known.id, 0, id == "PIC" ? pictureData(data) : data}};
+            return {known.id, frame.flags,
+                    id == "PIC" && frame.id.size() == 3 ? pictureData(frame.data) : frame.data};
     }
-    return {{id + '0', 0, data}}; // an id of no known meaning, in the form of the version
+    // An id of no known meaning; one of three characters gets the form of the version.
+    return {frame.id.size() == 4 ? frame.id : id + '0', frame.flags, frame.data};
 }
 
-QList<Id3v2Frame> fromVersion24(const Id3v2Frame &frame)
+QList<Id3v2Frame> toVersion24(const QList<Id3v2Frame> &frames)
 {
-    constexpr quint16 Grouped = 0x40, Compressed = 0x08, Encrypted = 0x04, Unsynchronised = 0x02,
-                      HasLength = 0x01;
-    QByteArray data = frame.flags & Unsynchronised ? withoutUnsynchronisation(frame.data) : frame.data;
-    const auto take = [&](bool there, qsizetype count) {
-        const QByteArray taken = there ? data.left(count) : QByteArray();
-        data.remove(0, taken.size());
-        return taken;
-    };
-    const QByteArray group = take(frame.flags & Grouped, 1);
-    const QByteArray method = take(frame.flags & Encrypted, 1);
-    QByteArray length = take(frame.flags & HasLength, 4);
-
-    Id3v2Frame result{frame.id, static_cast<quint16>((frame.flags & 0x7000) << 1), {}};
-    if (frame.flags & (Compressed | Encrypted)) {
-        if (frame.flags & Compressed) {
-            quint32 size = 0; // synchsafe so far, plain from now on
-            for (const char byte : length)
-                size = (size << 7) | (byte & 0x7f);
-            for (int shift = 24; shift >= 0; shift -= 8)
-                result.data.append(static_cast<char>(size >> shift));
-            result.flags |= 0x80;
+    QList<QByteArray> inDate;
+    QByteArray date = digitsOf(frames, "TYER", 4);
+    if (!date.isEmpty()) {
+        inDate.append("TYER");
+        if (const QByteArray day = digitsOf(frames, "TDAT", 4); !day.isEmpty()) {
+            date += '-' + day.mid(2) + '-' + day.left(2);
+            inDate.append("TDAT");
+            if (const QByteArray time = digitsOf(frames, "TIME", 4); !time.isEmpty()) {
+                date += 'T' + time.left(2) + ':' + time.mid(2);
+                inDate.append("TIME");
+            }
         }
-        if (frame.flags & Encrypted)
-            result.flags |= 0x40;
-    } else if (frame.id == "TDRC") {
-        return recordingTime(data);
-    } else {
-        data = recoded(frame.id, data);
     }
-    if (frame.flags & Grouped)
-        result.flags |= 0x20;
-    result.data += method + group + data;
-    return {result};
+    QList<Id3v2Frame> result;
+    for (const Id3v2Frame &frame : frames) {
+        if (frame.id == "TYER" && !date.isEmpty())
+            result.append({"TDRC", 0, '\0' + date});
+        else if (frame.flags != 0 || !inDate.contains(frame.id))
+            result.append(frameToVersion24(frame));
+    }
+    return result;
 }
 
 } // namespace engines

@@ -3,171 +3,114 @@
 #include "base/RunTimeFailure.h"
 #include "engines/tagfile/AudioKind.h"
 #include "engines/tagfile/GenreNames.h"
+#include "engines/tagfile/Id3v1Tag.h"
 #include "engines/tagfile/Id3v2Tag.h"
 #include "engines/tagfile/Id3v2Text.h"
 
-#include <QBuffer>
 #include <algorithm>
-#include <commentsframe.h>
-#include <id3v1tag.h>
-#include <id3v2framefactory.h>
-#include <id3v2tag.h>
-#include <mpegfile.h>
-#include <tbytevectorstream.h>
-#include <textidentificationframe.h>
 
 namespace engines {
 
 namespace {
 
-constexpr qint64 Id3v1Size = 128;
-constexpr unsigned int NoGenre = 255;
 constexpr qsizetype LargestField = 1 << 20; ///< of a frame that can be one of our fields
+const QString BetweenValues = QStringLiteral("/");
 
-TagLib::ByteVector bytesOf(const QByteArray &bytes)
-{
-    return {bytes.constData(), static_cast<unsigned int>(bytes.size())};
-}
-
-QByteArray bytesOf(const TagLib::ByteVector &bytes)
-{
-    return {bytes.data(), static_cast<qsizetype>(bytes.size())};
-}
-
-/// TagLib holds UTF-16 units, each in a wide character.
-QString textOf(const TagLib::String &text)
-{
-    QString result;
-    for (const wchar_t unit : text)
-        result.append(QChar(static_cast<char16_t>(unit)));
-    return result;
-}
-
-TagLib::String textOf(const QString &text)
-{
-    return {text.toUtf8().constData(), TagLib::String::UTF8};
-}
-
-bool isPlain(const Id3v2Frame &frame)
-{
-    return (frame.flags & 0xff) == 0;
-}
-
-/// A comment without a description is the comment; others are notes of some program.
-bool isComment(const Id3v2Frame &frame)
-{
-    if (frame.id != "COMM" || !isPlain(frame))
-        return false;
-    Id3v2Text::Reader reader(frame.data);
-    reader.bytes(3); // the language
-    return reader.text().isEmpty();
-}
-
-bool isField(const Id3v2Frame &frame)
-{
-    static const QList<QByteArray> ids{"TIT2", "TPE1", "TALB", "TYER", "TDRC", "TCON", "TRCK"};
-    return isPlain(frame) && frame.data.size() <= LargestField &&
-           (ids.contains(frame.id) || isComment(frame));
-}
-
-/// A file of the two tags alone. TagLib is shown nothing but the frames of our fields, uncompressed, so that
-/// no other frame can make it work or take memory.
-TagLib::ByteVector tagsAlone(const Id3v2Tag &tag, const QByteArray &id3v1)
-{
-    Id3v2Tag fieldsOnly;
-    std::copy_if(tag.frames.begin(), tag.frames.end(), std::back_inserter(fieldsOnly.frames), isField);
-    return bytesOf(fieldsOnly.frames.isEmpty() ? id3v1 : fieldsOnly.render() + id3v1);
-}
-
-QByteArray readId3v1(QIODevice &file)
-{
-    const QByteArray bytes = bytesAt(file, std::max<qint64>(0, file.size() - Id3v1Size), Id3v1Size);
-    return bytes.size() == Id3v1Size && bytes.startsWith("TAG") ? bytes : QByteArray();
-}
+using Ids = QList<QByteArray>;
 
 /// An MP3 file's tags as they stand.
 class Mp3Tags
 {
 public:
     explicit Mp3Tags(QIODevice &file)
-        : tag(file),
-          id3v1(readId3v1(file)),
-          m_bytes(tagsAlone(tag, id3v1)),
-          m_stream(m_bytes),
-          m_file(&m_stream, TagLib::ID3v2::FrameFactory::instance(), false)
-    {}
-
-    /// The text of a frame; empty where there is none.
-    QString text(const char *id)
+        : tag(bytesAt(file, 0, sizeOfTagsInFront(file))),
+          id3v1(bytesAt(file, std::max<qint64>(0, file.size() - Id3v1Tag::Size), Id3v1Tag::Size))
     {
-        const TagLib::ID3v2::FrameList &frames = m_file.ID3v2Tag(true)->frameList(id);
-        return frames.isEmpty() ? QString() : textOf(frames.front()->toString());
+        if (const auto fields = Id3v1Tag::parse(id3v1))
+            m_old = *fields;
+        else
+            id3v1.clear();
     }
 
-    /// The first of the genres.
-    QString genreText()
+    /// All values of the first frame of a kind, tried in this order; none where there is no such frame.
+    QStringList texts(const Ids &ids) const
     {
-        const TagLib::ID3v2::FrameList &frames = m_file.ID3v2Tag(true)->frameList("TCON");
-        const auto *genres = frames.isEmpty()
-                                 ? nullptr
-                                 : dynamic_cast<TagLib::ID3v2::TextIdentificationFrame *>(frames.front());
-        return genres && !genres->fieldList().isEmpty() ? textOf(genres->fieldList().front()) : QString();
+        for (const QByteArray &id : ids) {
+            for (const Id3v2Frame &frame : tag.frames) {
+                if (const auto content = frame.id == id ? fieldOf(frame) : std::nullopt)
+                    return Id3v2Text::Reader(*content).allTexts();
+            }
+        }
+        return {};
     }
 
-    TagFields fields()
+    QString text(const char *id) const { return texts({id}).join(BetweenValues); }
+
+    /// The frames with the date, the one that is written first.
+    Ids dateIds() const { return tag.version() == 4 ? Ids{"TDRC", "TYER"} : Ids{"TYER", "TDRC"}; }
+    qint32 year() const { return leadingNumber(texts(dateIds()).value(0), 4); }
+    QString genre() const { return texts({"TCON"}).value(0); }
+
+    /// A comment without a description is the comment; others are notes of some program.
+    bool isComment(const Id3v2Frame &frame) const
     {
-        const TagLib::ID3v1::Tag &old = *m_file.ID3v1Tag(true);
-        const auto either = [](const QString &text, const TagLib::String &oldText) {
-            return text.isEmpty() ? textOf(oldText) : text;
+        const auto content = frame.id == "COMM" ? fieldOf(frame) : std::nullopt;
+        if (!content)
+            return false;
+        Id3v2Text::Reader reader(*content);
+        reader.bytes(LanguageSize);
+        return reader.text().isEmpty();
+    }
+
+    QString comment() const
+    {
+        const auto frame = std::find_if(tag.frames.begin(), tag.frames.end(),
+                                        [this](const Id3v2Frame &each) { return isComment(each); });
+        if (frame == tag.frames.end())
+            return {};
+        Id3v2Text::Reader reader(*fieldOf(*frame));
+        reader.bytes(LanguageSize);
+        reader.text();
+        return reader.allTexts().join(BetweenValues);
+    }
+
+    /// The number of the genre, be it in the list or not; that of Other where it is told by a name alone.
+    qint16 genreNumberOr(qint16 none) const
+    {
+        const QString text = genre();
+        if (!text.isEmpty())
+            return genreNumber(text).value_or(TagFields::OtherGenre);
+        return id3v1.isEmpty() ? none : Id3v1Tag::genreOf(id3v1);
+    }
+
+    TagFields fields() const
+    {
+        const auto either = [](const QString &text, const QString &old) {
+            return text.isEmpty() ? old : text;
         };
-        TagFields fields{.title = either(text("TIT2"), old.title()),
-                         .artist = either(text("TPE1"), old.artist()),
-                         .album = either(text("TALB"), old.album()),
-                         .comment = either(text("COMM"), old.comment()),
-                         .year = leadingNumber(either(text("TDRC"), TagLib::String::number(old.year())), 4),
-                         .track = trackNumber(either(text("TRCK"), TagLib::String::number(old.track())))};
-        const QString genre = genreText();
-        if (!genre.isEmpty())
-            fields.genre = genreNumber(genre).value_or(TagFields::OtherGenre);
-        else if (old.genreNumber() != NoGenre)
-            fields.genre = static_cast<qint16>(old.genreNumber());
-        return fields;
+        const QString track = text("TRCK");
+        return {.title = either(text("TIT2"), m_old.title),
+                .artist = either(text("TPE1"), m_old.artist),
+                .album = either(text("TALB"), m_old.album),
+                .comment = either(comment(), m_old.comment),
+                .year = texts(dateIds()).isEmpty() ? m_old.year : year(),
+                .genre = genreIndex(genreNumberOr(TagFields::OtherGenre)),
+                .track = track.isEmpty() ? m_old.track : trackNumber(track)};
     }
+
+    static constexpr qsizetype LanguageSize = 3;
 
     Id3v2Tag tag;
     QByteArray id3v1; ///< empty where there is none
 
 private:
-    TagLib::ByteVector m_bytes;
-    TagLib::ByteVectorStream m_stream;
-    TagLib::MPEG::File m_file;
+    std::optional<QByteArray> fieldOf(const Id3v2Frame &frame) const
+    {
+        return frame.data.size() <= LargestField ? tag.content(frame) : std::nullopt;
+    }
+
+    TagFields m_old;
 };
-
-/// A frame of TagLib's making in the form of version 2.3.
-Id3v2Frame rendered(TagLib::ID3v2::Frame *frame)
-{
-    TagLib::ID3v2::Tag tag;
-    tag.addFrame(frame); // is owned by the tag now
-    QByteArray bytes = bytesOf(tag.render(TagLib::ID3v2::v3));
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return Id3v2Tag(buffer).frames.value(0);
-}
-
-Id3v2Frame textFrame(const char *id, const QString &text)
-{
-    auto *frame = new TagLib::ID3v2::TextIdentificationFrame(id, TagLib::String::Latin1);
-    frame->setText(textOf(text));
-    return rendered(frame);
-}
-
-Id3v2Frame commentFrame(const QString &text, const QByteArray &language)
-{
-    auto *frame = new TagLib::ID3v2::CommentsFrame(TagLib::String::Latin1);
-    frame->setLanguage(bytesOf(language));
-    frame->setText(textOf(text));
-    return rendered(frame);
-}
 
 /// Puts the frame in the place of the first of those that go; one without data only takes them away.
 template <typename Goes>
@@ -180,51 +123,50 @@ void replaceFrames(QList<Id3v2Frame> &frames, Goes goes, const Id3v2Frame &frame
         frames.insert(place, frame);
 }
 
-void replaceText(QList<Id3v2Frame> &frames, const QList<QByteArray> &ids, const QString &text)
-{
-    replaceFrames(
-        frames, [&](const Id3v2Frame &frame) { return ids.contains(frame.id); },
-        text.isEmpty() ? Id3v2Frame() : textFrame(ids.first().constData(), text));
-}
-
 /// The frames with the fields. One that says the same already stays in the form it has.
-QList<Id3v2Frame> changed(Mp3Tags &tags, const TagFields &fields)
+QList<Id3v2Frame> changed(const Mp3Tags &tags, const TagFields &fields)
 {
+    const int version = tags.tag.version();
     QList<Id3v2Frame> frames = tags.tag.frames;
-    const auto text = [&](const char *id, const QString &value) {
-        if (tags.text(id) != value)
-            replaceText(frames, {id}, value);
+    const auto replace = [&](const Ids &ids, const QString &text) {
+        replaceFrames(
+            frames, [&](const Id3v2Frame &frame) { return ids.contains(frame.id); },
+            text.isEmpty() ? Id3v2Frame()
+                           : Id3v2Frame{ids.first(), 0, Id3v2Text::render(version, {}, {text})});
     };
-    text("TIT2", fields.title);
-    text("TPE1", fields.artist);
-    text("TALB", fields.album);
-    if (leadingNumber(tags.text("TDRC"), 4) != fields.year)
-        replaceText(frames, {"TYER", "TDRC"}, yearText(fields.year));
-    const QString genre = tags.genreText();
-    if (genre.isEmpty() || genreNumber(genre).value_or(TagFields::OtherGenre) != fields.genre)
-        replaceText(frames, {"TCON"}, QString::number(fields.genre));
-    if (trackNumber(tags.text("TRCK")) != fields.track)
-        replaceText(frames, {"TRCK"}, trackText(fields.track, tags.text("TRCK")));
-    if (tags.text("COMM") != fields.comment) {
+    const auto replaceText = [&](const char *id, const QString &value) {
+        if (tags.text(id) != value)
+            replace({id}, value);
+    };
+    replaceText("TIT2", fields.title);
+    replaceText("TPE1", fields.artist);
+    replaceText("TALB", fields.album);
+    if (tags.year() != fields.year)
+        replace(tags.dateIds() + Ids{"TDAT", "TIME"}, yearText(fields.year)); // no day of another year
+    if (tags.genre().isEmpty() || genreIndex(tags.genreNumberOr(fields.genre)) != fields.genre)
+        replace({"TCON"}, (version == 4 ? QStringLiteral("%1") : QStringLiteral("(%1)")).arg(fields.genre));
+    const QString track = tags.text("TRCK");
+    if (trackNumber(track) != fields.track)
+        replace({"TRCK"}, trackText(fields.track, track));
+    if (tags.comment() != fields.comment) {
+        const auto isComment = [&](const Id3v2Frame &frame) { return tags.isComment(frame); };
         const auto old = std::find_if(frames.begin(), frames.end(), isComment);
-        const QByteArray language = old == frames.end() ? QByteArray("eng") : old->data.mid(1, 3);
-        replaceFrames(frames, isComment,
-                      fields.comment.isEmpty() ? Id3v2Frame() : commentFrame(fields.comment, language));
+        const QByteArray language =
+            old == frames.end() ? QByteArray("eng") : tags.tag.content(*old)->mid(1, Mp3Tags::LanguageSize);
+        replaceFrames(
+            frames, isComment,
+            fields.comment.isEmpty()
+                ? Id3v2Frame()
+                : Id3v2Frame{"COMM", 0, Id3v2Text::render(version, language, {{}, fields.comment})});
     }
     return frames;
 }
 
-QByteArray renderId3v1(const TagFields &fields)
+/// A genre that the list hasn't keeps its number, too.
+quint8 oldGenre(const Mp3Tags &tags, const TagFields &fields)
 {
-    TagLib::ID3v1::Tag tag;
-    tag.setTitle(textOf(fields.title));
-    tag.setArtist(textOf(fields.artist));
-    tag.setAlbum(textOf(fields.album));
-    tag.setComment(textOf(fields.comment));
-    tag.setYear(static_cast<unsigned int>(fields.year));
-    tag.setGenreNumber(static_cast<unsigned int>(fields.genre));
-    tag.setTrack(fields.track > 255 ? 0 : static_cast<unsigned int>(fields.track));
-    return bytesOf(tag.render());
+    const qint16 number = tags.genreNumberOr(fields.genre);
+    return static_cast<quint8>(genreIndex(number) == fields.genre ? number : fields.genre);
 }
 
 } // namespace
@@ -240,11 +182,10 @@ TagEdit editMp3Tags(QIODevice &file, const TagFields &fields)
     if (tags.tag.isDamaged())
         throw RunTimeFailure(RunTimeFailure::DeviceIoError,
                              QStringLiteral("The file's ID3v2 tag is damaged"));
-    const QList<Id3v2Frame> frames = changed(tags, fields);
-    const QByteArray id3v1 = renderId3v1(fields);
+    const QByteArray id3v1 = Id3v1Tag::render(fields, oldGenre(tags, fields));
     const qint64 begin = tags.tag.size();
     const qint64 count = file.size() - tags.id3v1.size() - begin;
-    tags.tag.frames = frames;
+    tags.tag.frames = changed(tags, fields);
     const QByteArray id3v2 = tags.tag.render();
     if (id3v1 == tags.id3v1 && id3v2 == bytesAt(file, 0, begin))
         return {};

@@ -104,7 +104,7 @@ TagFields fieldsOf(const VorbisComments &comments)
             .album = textOf(comments, AlbumKeys),
             .comment = textOf(comments, CommentKeys),
             .year = leadingNumber(textOf(comments, YearKeys), 4),
-            .genre = genreNumber(textOf(comments, GenreKeys)).value_or(TagFields::OtherGenre),
+            .genre = genreIndex(genreNumber(textOf(comments, GenreKeys)).value_or(TagFields::OtherGenre)),
             .track = trackNumber(textOf(comments, TrackKeys))};
 }
 
@@ -134,7 +134,7 @@ void change(VorbisComments &comments, const TagFields &fields)
     if (fields.year != old.year)
         comments.replace(YearKeys, yearText(fields.year));
     if (fields.genre != old.genre || textOf(comments, GenreKeys).isEmpty())
-        comments.replace(GenreKeys, genreText(fields.genre));
+        comments.replace(GenreKeys, GenreNames[fields.genre].toString());
     if (fields.track != old.track)
         comments.replace(TrackKeys, trackText(fields.track, textOf(comments, TrackKeys)));
 }

@@ -21,8 +21,7 @@ TagFields TagFields::writable() const
     fields.comment = text(comment);
     if (year < 0 || year > 9999)
         fields.year = 0;
-    if (genre < 0 || genre > 254)
-        fields.genre = OtherGenre;
+    fields.genre = genreIndex(genre);
     fields.track = std::max<qint16>(track, 0);
     return fields;
 }
@@ -43,9 +42,10 @@ QString yearText(qint32 year)
     return year > 0 ? QString::number(year).rightJustified(4, u'0') : QString();
 }
 
-QString genreText(qint16 genre)
+qint16 genreIndex(int number)
 {
-    return genre < std::ssize(GenreNames) ? GenreNames[genre].toString() : QString::number(genre);
+    return number >= 0 && number < std::ssize(GenreNames) ? static_cast<qint16>(number)
+                                                          : TagFields::OtherGenre;
 }
 
 qint16 trackNumber(const QString &text)

@@ -27,8 +27,8 @@ struct TagFields
 qint32 leadingNumber(const QString &text, int digits);
 /// A year of four digits, or nothing for 0.
 QString yearText(qint32 year);
-/// A genre's name, or its number where it has no name here.
-QString genreText(qint16 genre);
+/// The place in the genre list of a number in a tag; `OtherGenre` for a number beyond the list.
+qint16 genreIndex(int number);
 /// The track number that a text such as "5" or "5/12" begins with.
 qint16 trackNumber(const QString &text);
 /// A track number, with what the text so far has behind its number: "/12", the count of all tracks.

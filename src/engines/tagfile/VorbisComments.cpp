@@ -9,6 +9,7 @@ namespace engines {
 namespace {
 
 const QByteArray PacketStart("\x03vorbis");
+constexpr quint32 MostFields = 10000; ///< an honest file has some tens
 
 /// Takes lengths and bytes from a packet, bounded by what it has.
 class Cursor
@@ -62,7 +63,7 @@ std::optional<VorbisComments> VorbisComments::parse(const QByteArray &packet)
     Cursor cursor(packet, PacketStart.size());
     const std::optional<QByteArray> vendor = cursor.lengthAndBytes();
     const std::optional<quint32> count = vendor ? cursor.number() : std::nullopt;
-    if (!count)
+    if (!count || *count > MostFields)
         return {};
     VorbisComments comments;
     comments.m_vendor = *vendor;

@@ -1,4 +1,5 @@
 #include "OggSamples.h"
+#include "engines/common/OggPage.h"
 #include "engines/tagfile/AudioKind.h"
 #include "engines/tagfile/Id3v2Tag.h"
 #include "engines/tagfile/Mp3Tags.h"
@@ -6,6 +7,7 @@
 #include "testkit/MemorySink.h"
 
 #include <QBuffer>
+#include <QElapsedTimer>
 #include <sys/resource.h>
 
 namespace {
@@ -88,9 +90,9 @@ protected:
         EXPECT_EQ(engines::audioKind(written), kind);
         EXPECT_EQ((mp3 ? engines::readMp3Tags : engines::readOggTags)(written), fields);
         if (mp3) {
-            const qsizetype audio = engines::Id3v2Tag(file).size();
+            const qsizetype audio = engines::Id3v2Tag(bytes).size();
             EXPECT_EQ(
-                content.mid(engines::Id3v2Tag(written).size()).chopped(128),
+                content.mid(engines::Id3v2Tag(content).size()).chopped(128),
                 bytes.mid(audio, bytes.size() - audio - (bytes.right(128).startsWith("TAG") ? 128 : 0)));
         }
         return 1;
@@ -159,6 +161,33 @@ TEST_F(HostileTest, sizesThatLieLeaveTheFileAsItWas)
     EXPECT_EQ(entries().size(), 1);
     // What stands before the damage can be read all the same.
     EXPECT_EQ(read(put(QStringLiteral("a"), files[1])).title, QStringLiteral("title"));
+}
+
+TEST_F(HostileTest, whatIsRepeatedWithoutEndIsLimited)
+{
+    const long before = peakMemory();
+    QElapsedTimer clock;
+    clock.start();
+    const QByteArray emptyTag = id3v2(3, {});
+    const QByteArray titled = id3v2(3, frame23("TIT2", latin1("title"))) + mp3Frames(4);
+    const QString rows = put(QStringLiteral("rows"), emptyTag.repeated(100'000) + titled);
+    EXPECT_FALSE(tags.IsAudioFile(rows));
+    EXPECT_EQ(failureOfWriting(rows), RunTimeFailure::InvalidCall);
+    EXPECT_EQ(
+        read(put(QStringLiteral("few"), emptyTag.repeated(engines::Id3v2Tag::MostTags - 1) + titled)).title,
+        QStringLiteral("title"));
+    const QString tooMany =
+        put(QStringLiteral("many"), emptyTag.repeated(engines::Id3v2Tag::MostTags) + titled);
+    EXPECT_EQ(failureOfWriting(tooMany), RunTimeFailure::DeviceIoError);
+
+    const QByteArray fields(16'000'000, '\0'); // each of no length
+    const QByteArray packet = "\x03vorbis" + littleEndian(0) + littleEndian(4'000'000) + fields + '\1';
+    const auto pages = engines::oggPages({packet, VorbisSetup}, 1, 1);
+    const QString ogg = put(QStringLiteral("a.ogg"), vorbisPages(1, {})[0] + pages.join());
+    EXPECT_TRUE(tags.IsOGGFile(ogg));
+    EXPECT_EQ(failureOfWriting(ogg), RunTimeFailure::DeviceIoError);
+    EXPECT_LT(peakMemory() - before, 250); // the file's own bytes, some times over
+    EXPECT_LT(clock.elapsed(), 5000);
 }
 
 TEST_F(HostileTest, compressedFramesAreNotUnpacked)
