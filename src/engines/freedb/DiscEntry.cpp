@@ -175,7 +175,7 @@ std::optional<DiscEntry> parseEntry(const QByteArray &text)
     entry.genre = trimBlanks(oneLine(lines, "DGENRE"));
     entry.comments = severalLines(lines, "EXTD").trimmed();
     entry.discSeconds = lines.discSeconds;
-    bool hasTitle = !trimBlanks(title).isEmpty();
+    bool hasTitle = !entry.artist.isEmpty() || !entry.album.isEmpty();
     for (int track = 0; track < lines.tracks; ++track) {
         // The separator of joined titles can't stand in one.
         entry.titles += trimBlanks(oneLine(lines, titleKey(track)).replace(ListSeparator, u'/'));

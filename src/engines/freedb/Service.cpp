@@ -38,9 +38,10 @@ QString domainOf(const QString &host)
 
 bool saysSomething(const QString &title)
 {
-    static const QRegularExpression placeholder(QStringLiteral(R"(\A\s*((audio )?track[\s_-]*\d*)?\s*\z)"),
+    // No two parts of the pattern can share a text, so that it costs no more than the text's length.
+    static const QRegularExpression placeholder(QStringLiteral(R"(\A((audio )?track[\s_-]*+\d*+)?\z)"),
                                                 QRegularExpression::CaseInsensitiveOption);
-    return !placeholder.match(title).hasMatch();
+    return !placeholder.match(title.trimmed()).hasMatch();
 }
 
 } // namespace

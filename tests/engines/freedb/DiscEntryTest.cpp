@@ -1,7 +1,7 @@
-#include "engines/freedb/DiscEntry.h"
-
+#include "engines/freedb/Service.h"
 #include "testkit/Printing.h"
 
+#include <QElapsedTimer>
 #include <gtest/gtest.h>
 
 namespace {
@@ -81,9 +81,28 @@ TEST(DiscEntryTest, noEntryCanBeMadeOfAnythingElse)
 {
     for (const char *text :
          {"", "<html><body class=\"x\">Log in</body></html>", "# xmcd\n# Disc length: 5 seconds\n",
-          "DTITLE=\nTTITLE0=\nTTITLE1= \n", "DYEAR=1998\nDGENRE=Rock\n", "=\n==\nTTITLE=x\n",
-          "TTITLE-1=x\nTTITLE99=x\nTTITLE00=x\nTTITLE99999999999=x\n"})
+          "DTITLE=\nTTITLE0=\nTTITLE1= \n", "DTITLE= / \nTTITLE0=\n", "DYEAR=1998\nDGENRE=Rock\n",
+          "=\n==\nTTITLE=x\n", "TTITLE-1=x\nTTITLE99=x\nTTITLE00=x\nTTITLE99999999999=x\n"})
         EXPECT_FALSE(parseEntry(text)) << text;
+}
+
+TEST(DiscEntryTest, theWorthOfALongTitleIsToldAtOnce)
+{
+    const QString blanks(250'000, u' ');
+    const auto titles = [](const QString &title) {
+        return std::get<1>(
+            worthOf({.artist = {}, .album = {}, .year = {}, .genre = {}, .comments = {}, .titles = {title}},
+                    QStringLiteral("1")));
+    };
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(titles(blanks), 0);
+    EXPECT_EQ(titles(QStringLiteral("Track") + blanks), 0);
+    EXPECT_EQ(titles(QStringLiteral("Audio Track_ -") + QString(100'000, u'7')), 0);
+    EXPECT_EQ(titles(blanks + u'x'), 1);
+    EXPECT_EQ(titles(QStringLiteral("Track") + blanks + u'x'), 1);
+    EXPECT_EQ(titles(QStringLiteral("Track 7 and more")), 1);
+    EXPECT_LT(clock.elapsed(), 2000);
 }
 
 TEST(DiscEntryTest, whatIsWrittenReadsBackEqual)
