@@ -1,6 +1,7 @@
 #include "engines/audiofile/AudioSource.h"
 
 #include "base/RunTimeFailure.h"
+#include "engines/audiofile/AsfProtection.h"
 #include "engines/audiofile/FormatText.h"
 #include "engines/audiofile/OggLength.h"
 
@@ -13,7 +14,11 @@ namespace audiofile {
 
 namespace {
 
+/// What the library may allocate at a time; covers and the like need not have more.
+constexpr std::size_t MostBytesAtOnce = 64 << 20;
 constexpr int HighestRate = 768000;
+/// Of a stream behind another one: some bytes of it could become hours at the rate of the first.
+constexpr int LowestJoinedRate = 1000;
 constexpr int MostChannels = 64;
 constexpr qsizetype FramesPerRead = 16384;
 constexpr int MostFaultsInARow = 10'000; // of 64 kB each in OGG files
@@ -44,9 +49,12 @@ qint64 toBeSkipped(const AVFrame &frame)
 
 } // namespace
 
-AudioSource::AudioSource(const QString &path)
-    : m_file(path), m_packet(av_packet_alloc()), m_frame(av_frame_alloc())
+AudioSource::AudioSource(const QString &path, std::stop_token stop)
+    : m_file(path, std::move(stop)), m_packet(av_packet_alloc()), m_frame(av_frame_alloc())
 {
+    if (isProtectedAsf(m_file.file()))
+        throw RunTimeFailure(RunTimeFailure::PermissionDenied, QStringLiteral("The file is protected"));
+    const AvFile::WorkLimit limit(m_file);
     openContainer();
     openDecoder();
     findLength();
@@ -63,6 +71,7 @@ void AudioSource::openContainer()
 {
     // Faults of a file are told by failures; nothing goes to the terminal.
     av_log_set_level(AV_LOG_QUIET);
+    av_max_alloc(MostBytesAtOnce);
     m_length = lengthInOnlyPage(m_file.file());
     AVFormatContext *container = avformat_alloc_context();
     container->pb = m_file.context();
@@ -141,12 +150,43 @@ std::vector<qint16> AudioSource::read()
     return samples;
 }
 
-/// False at the end.
+/// A step that makes some sound, or none. False at the end.
 bool AudioSource::decodeMore()
 {
     if (m_ended)
         return false;
+    if (m_taken < m_frame->nb_samples)
+        m_taken = m_converter->convert(*m_frame, m_taken, m_decoded);
+    else if (!takeFrame() && (m_draining || !sendPacket()))
+        end();
+    return !m_ended;
+}
+
+/// False where the decoder needs another packet first.
+bool AudioSource::takeFrame()
+{
+    av_frame_unref(m_frame.get());
+    const int result = avcodec_receive_frame(m_decoder.get(), m_frame.get());
+    m_faulty |= result < 0 && result != AVERROR(EAGAIN) && result != AVERROR_EOF;
+    if (result < 0)
+        return false;
+    const int rate = m_frame->sample_rate;
+    if (rate < 1 || rate > HighestRate || (rate < LowestJoinedRate && rate != m_format.rate)) {
+        m_faulty = true;
+        av_frame_unref(m_frame.get());
+    }
+    m_skip += toBeSkipped(*m_frame);
+    m_taken = static_cast<int>(std::min<qint64>(m_skip, m_frame->nb_samples));
+    m_skip -= m_taken;
+    return true;
+}
+
+/// Gives the decoder the next packet, or the sign that none follows.
+bool AudioSource::sendPacket()
+{
     if (const int result = av_read_frame(m_container.get(), m_packet.get()); result < 0) {
+        if (m_file.asksTooMuch())
+            failNoSound();
         if (m_file.failed())
             throw RunTimeFailure(RunTimeFailure::DeviceIoError);
         // The library gives up at a long fault in the middle, and goes on when it is asked again.
@@ -155,50 +195,48 @@ bool AudioSource::decodeMore()
             return true;
         }
         avcodec_send_packet(m_decoder.get(), nullptr);
-        takeFrames();
-        m_converter->finish(m_decoded);
-        m_ended = true;
-        cutTail();
-        return false;
+        m_draining = true;
+        return true;
     }
     m_faultsInARow = 0;
     if (m_packet->stream_index == m_stream) {
         // Else the decoder would overlap the last block of one stream with the first of the next.
         if (m_decoder->codec_id == AV_CODEC_ID_VORBIS && beginsVorbisStream(*m_packet))
             avcodec_flush_buffers(m_decoder.get());
+        m_packetTime += m_packet->duration;
+        m_faulty |= (m_packet->flags & AV_PKT_FLAG_CORRUPT) != 0;
         m_faulty |= avcodec_send_packet(m_decoder.get(), m_packet.get()) < 0;
-        takeFrames();
     }
     av_packet_unref(m_packet.get());
     return true;
 }
 
-void AudioSource::takeFrames()
+void AudioSource::end()
 {
-    for (;;) {
-        const int result = avcodec_receive_frame(m_decoder.get(), m_frame.get());
-        if (result == AVERROR(EAGAIN) || result == AVERROR_EOF)
-            return;
-        if (result < 0) {
-            m_faulty = true;
-            return;
-        }
-        if (m_frame->sample_rate > 0 && m_frame->sample_rate <= HighestRate && m_frame->nb_samples > 0)
-            takeFrame();
-        av_frame_unref(m_frame.get());
-    }
+    m_converter->finish(m_decoded);
+    m_ended = true;
+    m_complete = m_file.isWhole() && hasAllItSpeaksOf();
+    cutTail();
 }
 
-void AudioSource::takeFrame()
+/// Whether all came that the file's head speaks of. What a faulty place in the middle swallows shows here,
+/// too.
+bool AudioSource::hasAllItSpeaksOf() const
 {
-    m_skip += toBeSkipped(*m_frame);
-    const int skipped = static_cast<int>(std::min<qint64>(m_skip, m_frame->nb_samples));
-    m_skip -= skipped;
-    if (skipped == m_frame->nb_samples)
-        return;
-    const auto begin = qsizetype(m_decoded.size());
-    m_converter->convert(*m_frame, m_decoded);
-    m_decoded.erase(m_decoded.begin() + begin, m_decoded.begin() + begin + skipped * m_format.channels);
+    const QLatin1String container(m_container->iformat->name);
+    const AVStream &stream = *m_container->streams[m_stream];
+    const bool guessed = m_container->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
+    if (container == QLatin1String("wav"))
+        return !guessed || m_container->duration <= 0; // else the head speaks of more than the file holds
+    if (container == QLatin1String("asf"))
+        return m_length &&
+               m_framesGiven + qint64(m_decoded.size()) / m_format.channels >= *m_length - m_heldFrames;
+    if (container == QLatin1String("mp3") && !guessed && stream.duration != AV_NOPTS_VALUE) {
+        // Whether the frame that tells the number counts itself, encoders don't agree.
+        const qint64 frame = av_rescale_q(m_decoder->frame_size, {1, m_format.rate}, stream.time_base);
+        return m_packetTime >= stream.duration - frame;
+    }
+    return true;
 }
 
 void AudioSource::cutTail()

@@ -1,16 +1,21 @@
 #include "engines/audiofile/FrameConverter.h"
 
 #include "engines/codecs/AvHandles.h"
+#include "engines/codecs/Resampler.h"
 
 extern "C" {
 #include <libswresample/swresample.h>
 }
+
+#include <algorithm>
 
 namespace audiofile {
 
 namespace {
 
 constexpr const char *What = "Converting decoded sound";
+/// So many frames at the new rate.
+constexpr int MostFramesAtOnce = 16384;
 
 } // namespace
 
@@ -19,14 +24,24 @@ void FrameConverter::Free::operator()(SwrContext *context) const
     swr_free(&context);
 }
 
-void FrameConverter::convert(const AVFrame &frame, std::vector<qint16> &samples)
+int FrameConverter::convert(const AVFrame &frame, int from, std::vector<qint16> &samples)
 {
     if (!m_context || frame.format != m_sampleFormat || frame.ch_layout.nb_channels != m_channels ||
         frame.sample_rate != m_rate) {
         finish(samples);
         setUp(frame);
     }
-    pass(frame.extended_data, frame.nb_samples, samples);
+    const auto most = std::max<std::int64_t>(std::int64_t(MostFramesAtOnce) * m_rate / m_output.rate, 1);
+    const int count = static_cast<int>(std::min<std::int64_t>(frame.nb_samples - from, most));
+    const auto format = static_cast<AVSampleFormat>(m_sampleFormat);
+    const bool planar = av_sample_fmt_is_planar(format) != 0;
+    const int planes = planar ? m_channels : 1;
+    const int frameBytes = av_get_bytes_per_sample(format) * (planar ? 1 : m_channels);
+    std::vector<const std::uint8_t *> begins(frame.extended_data, frame.extended_data + planes);
+    for (const std::uint8_t *&begin : begins)
+        begin += std::ptrdiff_t(from) * frameBytes;
+    pass(begins.data(), count, samples);
+    return from + count;
 }
 
 void FrameConverter::finish(std::vector<qint16> &samples)
@@ -51,8 +66,7 @@ void FrameConverter::setUp(const AVFrame &frame)
                                         m_rate, 0, nullptr),
                     What);
     m_context.reset(context);
-    av_opt_set(context, "resampler", "soxr", 0);
-    av_opt_set_sample_fmt(context, "internal_sample_fmt", AV_SAMPLE_FMT_FLTP, 0);
+    codecs::chooseResampler(context, m_rate, m_output.rate);
     if (m_channels <= 2 && m_channels == m_output.channels && av_get_bytes_per_sample(format) > 2) {
         // Straight from more bits to 16 the library cuts; by way of a matrix it rounds.
         const double same[4] = {1, 0, 0, 1};

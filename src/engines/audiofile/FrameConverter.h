@@ -18,8 +18,9 @@ class FrameConverter
 public:
     explicit FrameConverter(const codecs::PcmFormat &output) : m_output(output) {}
 
-    /// Appends to `samples`.
-    void convert(const AVFrame &frame, std::vector<qint16> &samples);
+    /// Appends to `samples` what comes of a stretch of the frame, which begins at its sample number `from`,
+    /// and gives the number behind it. A stretch is short enough to be no burden, whatever its rate.
+    int convert(const AVFrame &frame, int from, std::vector<qint16> &samples);
     /// Appends what a change of rate still holds back.
     void finish(std::vector<qint16> &samples);
 

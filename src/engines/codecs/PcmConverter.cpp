@@ -1,6 +1,7 @@
 #include "engines/codecs/PcmConverter.h"
 
 #include "engines/codecs/AvHandles.h"
+#include "engines/codecs/Resampler.h"
 
 extern "C" {
 #include <libswresample/swresample.h>
@@ -35,9 +36,7 @@ PcmConverter::PcmConverter(const PcmFormat &input, const PcmFormat &output) : m_
                                 input.rate, 0, nullptr),
             "Resampling");
     m_context.reset(context);
-    av_opt_set(context, "resampler", "soxr", 0);
-    // One rounding at the very end; in 16 bits each step would round by itself.
-    av_opt_set_sample_fmt(context, "internal_sample_fmt", AV_SAMPLE_FMT_FLTP, 0);
+    chooseResampler(context, input.rate, output.rate);
     // One row per output channel. The library's own choice would lower mono that goes to both channels.
     const bool mixed = input.channels == 2 && output.channels == 1;
     const bool same = input.channels == output.channels;

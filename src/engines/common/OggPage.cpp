@@ -47,6 +47,12 @@ std::optional<OggPage> OggPage::read(QIODevice &file)
     return page;
 }
 
+bool OggPage::isContinued() const
+{
+    const ogg_page page = view(m_head, m_body);
+    return ogg_page_continued(&page) != 0;
+}
+
 bool OggPage::beginsStream() const
 {
     const ogg_page page = view(m_head, m_body);
@@ -82,12 +88,21 @@ QByteArray OggPage::lacing() const
     return m_head.mid(HeadSize);
 }
 
+bool OggPage::isUndamaged() const
+{
+    return storedChecksum() == checksumOfBytes();
+}
+
 void OggPage::setSequence(quint32 sequence)
 {
-    const auto stored = qFromLittleEndian<quint32>(m_head.constData() + ChecksumPlace);
-    const quint32 damage = stored ^ checksumOfBytes();
+    const quint32 damage = storedChecksum() ^ checksumOfBytes();
     qToLittleEndian(sequence, m_head.data() + SequencePlace);
     qToLittleEndian(checksumOfBytes() ^ damage, m_head.data() + ChecksumPlace);
+}
+
+quint32 OggPage::storedChecksum() const
+{
+    return qFromLittleEndian<quint32>(m_head.constData() + ChecksumPlace);
 }
 
 quint32 OggPage::checksumOfBytes() const

@@ -14,6 +14,8 @@ public:
     /// The page at the current place; nothing where there is none, or not a whole one.
     static std::optional<OggPage> read(QIODevice &file);
 
+    /// Whether it begins within a packet.
+    bool isContinued() const;
     bool beginsStream() const;
     bool endsStream() const;
     /// The place in its stream behind the last packet that ends on the page; -1: none does.
@@ -26,11 +28,15 @@ public:
     QByteArray bytes() const { return m_head + m_body; }
     qint64 size() const { return m_head.size() + m_body.size(); }
 
+    /// Whether the checksum is right.
+    bool isUndamaged() const;
+
     /// Gives the page another number, and a new checksum. A page whose checksum was wrong gets one that is
     /// wrong too: damage isn't hidden.
     void setSequence(quint32 sequence);
 
 private:
+    quint32 storedChecksum() const;
     quint32 checksumOfBytes() const;
 
     QByteArray m_head; ///< the lacing included

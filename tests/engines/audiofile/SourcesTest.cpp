@@ -1,13 +1,11 @@
+#include "Files.h"
 #include "Pump.h"
 #include "engines/codecs/WmaEncoder.h"
 #include "testkit/Printing.h"
 #include "testkit/Signals.h"
 
-#include <QtEndian>
 #include <cmath>
-#include <cstring>
 #include <gtest/gtest.h>
-#include <ogg/ogg.h>
 
 namespace {
 
@@ -35,24 +33,6 @@ protected:
     const QByteArray ogg = encode(*codecs::vorbisRecipe({}), {}, sound);
     AudioFile reader;
 };
-
-template <typename Number>
-QByteArray bytesOf(Number number)
-{
-    number = qToLittleEndian(number);
-    return {reinterpret_cast<const char *>(&number), sizeof number};
-}
-
-/// A WAV file of any kind: tag 1 is PCM, 3 is floating point.
-QByteArray wavFile(int tag, int rate, int channels, int bits, const QByteArray &data)
-{
-    const int frameBytes = channels * bits / 8;
-    const QByteArray format = bytesOf<quint16>(quint16(tag)) + bytesOf<quint16>(quint16(channels)) +
-                              bytesOf<quint32>(quint32(rate)) + bytesOf<quint32>(quint32(rate * frameBytes)) +
-                              bytesOf<quint16>(quint16(frameBytes)) + bytesOf<quint16>(quint16(bits));
-    return "RIFF" + bytesOf<quint32>(quint32(data.size() + 36)) + "WAVEfmt " + bytesOf<quint32>(16) + format +
-           "data" + bytesOf<quint32>(quint32(data.size())) + data;
-}
 
 TEST_F(SourcesTest, theReaderTellsWhatItOpened)
 {
@@ -197,44 +177,11 @@ TEST_F(SourcesTest, soundBehindALongFaultIsReadOn)
     }
 }
 
-/// The same packets, with all sound in a single page.
-QByteArray onOnePage(const QByteArray &ogg)
-{
-    ogg_sync_state input;
-    ogg_stream_state from;
-    ogg_stream_state to;
-    ogg_sync_init(&input);
-    ogg_stream_init(&from, 1);
-    ogg_stream_init(&to, 1);
-    std::memcpy(ogg_sync_buffer(&input, ogg.size()), ogg.constData(), std::size_t(ogg.size()));
-    ogg_sync_wrote(&input, ogg.size());
-    QByteArray result;
-    ogg_page page;
-    const auto flush = [&] {
-        while (ogg_stream_flush_fill(&to, &page, 65'000) != 0)
-            result += QByteArray(reinterpret_cast<char *>(page.header), page.header_len) +
-                      QByteArray(reinterpret_cast<char *>(page.body), page.body_len);
-    };
-    while (ogg_sync_pageout(&input, &page) == 1) {
-        ogg_stream_pagein(&from, &page);
-        for (ogg_packet packet; ogg_stream_packetout(&from, &packet) == 1;) {
-            ogg_stream_packetin(&to, &packet);
-            if (packet.packetno < 3)
-                flush();
-        }
-    }
-    flush();
-    ogg_stream_clear(&to);
-    ogg_stream_clear(&from);
-    ogg_sync_clear(&input);
-    return result;
-}
-
 TEST_F(SourcesTest, oggSoundOnASinglePageKeepsItsBeginningAndItsLength)
 {
     for (const qsizetype frames : {1, 2000, 12'345}) {
         const auto brief = music(44100, 2, frames);
-        const QByteArray file = onOnePage(encode(*codecs::vorbisRecipe({}), {}, brief));
+        const QByteArray file = remadeOgg(encode(*codecs::vorbisRecipe({}), {}, brief), 65'000);
         const auto back = read(file);
         EXPECT_EQ(back.size(), brief.size());
         EXPECT_TRUE(frames < 2000 || signalToNoise(brief, back) > 8);
