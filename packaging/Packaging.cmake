@@ -6,6 +6,7 @@ set(TONELIFT_APPSTREAM_ID "example.tonelift.tonelift" CACHE STRING
   "The program's name among software catalogues: the website's domain backwards, then the program")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/tonelift.metainfo.xml.in
   ${PROJECT_BINARY_DIR}/${TONELIFT_APPSTREAM_ID}.metainfo.xml @ONLY)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/tonelift.1.in ${PROJECT_BINARY_DIR}/tonelift.1 @ONLY)
 
 install(TARGETS tonelift RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/tonelift.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
@@ -13,7 +14,7 @@ install(FILES ${PROJECT_BINARY_DIR}/${TONELIFT_APPSTREAM_ID}.metainfo.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${PROJECT_SOURCE_DIR}/resources/icons/tonelift.svg
   DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-install(FILES ${CMAKE_CURRENT_LIST_DIR}/tonelift.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${PROJECT_BINARY_DIR}/tonelift.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 set(CPACK_GENERATOR DEB)

@@ -7,9 +7,8 @@
 
 /// The title of every message box that names no title of its own.
 inline const QString ProgramTitle = QStringLiteral("TONELIFT");
-/// The product's name and version as people read them.
+/// The product's name as people read it.
 inline const QString ProductName = QStringLiteral("Tonelift");
-inline const QString ProductVersion = QStringLiteral("7.0");
 
 /// The separator of joined lists: track titles, track offsets.
 inline constexpr QChar ListSeparator = u'|';

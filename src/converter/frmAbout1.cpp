@@ -22,7 +22,7 @@ void frmAbout1::Form_Load()
     Skin1.ApplySkin(this);
     setWindowTitle(QStringLiteral("About ") + ConverterName + QStringLiteral(" ..."));
     skinName->setText(ConverterName);
-    skinVer->setText(QStringLiteral("Version ") + ProductVersion);
+    skinVer->setText(QStringLiteral("Version ") + Deployment::ProductVersion);
     skinDesc->setText(QStringLiteral("Convert MP3, WAV, WMA, OGG from one to another\n"
                                      "Resmaple MP3 to MP3, WAV to WAV, WMA to WMA, OGG to OGG"));
     txtWebsite->setText(Deployment::WebAddress);

@@ -15,7 +15,7 @@ frmAbout::frmAbout(const Desktop &desktop, const QString &windowsVersionName) : 
     setCancelButton(cmdOK);
     setWindowTitle(QStringLiteral("About ") + ProductName);
     lblTitle->setText(ProductName);
-    lblVersion->setText(QStringLiteral("Version ") + ProductVersion);
+    lblVersion->setText(QStringLiteral("Version ") + Deployment::ProductVersion);
     lblInternet->setText(Deployment::WebAddress);
     lblSupport->setText(Deployment::SupportAddress);
     LabelSys->setText(windowsVersionName);

@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include "base/Deployment.h"
 #include "base/Numbers.h"
 #include "base/SkipFailures.h"
 #include "base/Text.h"
@@ -113,7 +114,7 @@ void frmMain::Form_Load()
     const SkipFailures skip;
     skip([&] { m_discInfo = DiscInfo(); });
     skip([&] { m_sExtension = QStringLiteral(".mp3"); });
-    skip([&] { setWindowTitle(ProductName + QStringLiteral(" - Version ") + ProductVersion); });
+    skip([&] { setWindowTitle(ProductName + QStringLiteral(" - Version ") + Deployment::ProductVersion); });
     qint16 drives = 0;
     skip([&] { drives = m_parts.CDRipperX1->DriveCount(); });
     for (qint16 drive = 0; drive < drives; ++drive) {

@@ -202,7 +202,7 @@ TEST_F(StepsTest, theAboutBoxIsModalAndItsLinksOpenOutside)
         QWidget *box = QApplication::activeModalWidget();
         ASSERT_TRUE(box && waitFor([box] { return box->isActiveWindow(); }));
         EXPECT_EQ(box->windowTitle(), u"About Audio Converter for Tonelift ..."_s);
-        EXPECT_EQ(control<QLabel>(*box, u"skinVer"_s)->text(), u"Version 7.0"_s);
+        EXPECT_EQ(control<QLabel>(*box, u"skinVer"_s)->text(), u"Version "_s + Deployment::ProductVersion);
         QTest::mouseClick(control<LinkText>(*box, u"txtWebsite"_s), Qt::LeftButton);
         QTest::mouseClick(control<LinkText>(*box, u"txtSupport"_s), Qt::LeftButton);
         EXPECT_EQ(box->focusWidget()->objectName(), u"OKButton"_s);

@@ -52,7 +52,8 @@ private:
 TEST_F(AboutTest, theBoxTellsProgramAddressesAndSystem)
 {
     EXPECT_EQ(about()->windowTitle(), QStringLiteral("About Tonelift"));
-    EXPECT_EQ(text("lblTitle") + u' ' + text("lblVersion"), QStringLiteral("Tonelift Version 7.0"));
+    EXPECT_EQ(text("lblTitle") + u' ' + text("lblVersion"),
+              u"Tonelift Version " + Deployment::ProductVersion);
     EXPECT_EQ(text("LabelSys"), QStringLiteral("Windows Vista"));
     auto *internet = control<LinkLabel>(*about(), QStringLiteral("lblInternet"));
     auto *support = control<LinkLabel>(*about(), QStringLiteral("lblSupport"));
