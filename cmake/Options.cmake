@@ -15,7 +15,6 @@ target_compile_options(tonelift_options INTERFACE -Wall -Wextra -Wpedantic -Wnon
 target_compile_definitions(tonelift_options INTERFACE
   QT_NO_CAST_FROM_BYTEARRAY QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
   QT_NO_FOREACH QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-target_include_directories(tonelift_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(TONELIFT_WERROR)
   target_compile_options(tonelift_options INTERFACE -Werror)
 endif()
