@@ -25,6 +25,8 @@ QByteArrayList answers()
         "401 rock 830abf0a No such CD entry in database\r\n",
         "500 Command syntax error\r\n",
         "210 x\nDTITLE= / \nTTITLE98=\xe4\xf6\nTTITLE99=x\nTTITLE4294967296=y\n.\n",
+        "210 x\nDTITLE=Artist /\n.\n",
+        "210 x\nDTITLE= / Artist / Album\n.\n",
         "210 x\nDTITLE=" + QByteArray(3000, ' ') + "x\nTTITLE0=\\\n.\n",
     };
 }

@@ -153,12 +153,15 @@ void appendField(QByteArray &text, const QByteArray &key, const QString &value)
     } while (start < bytes.size());
 }
 
-/// A lone artist's name that holds the separator would be read back as artist and title.
+/// An artist's name, or a lone title, that holds the separator would be read back as something else.
 QString discTitle(const DiscEntry &entry)
 {
     if (entry.artist.isEmpty())
-        return entry.album;
-    return QString(entry.artist).replace(ArtistEnd, QStringLiteral("/")) + ArtistEnd + entry.album;
+        return entry.album.contains(ArtistEnd) ? ArtistEnd + entry.album : entry.album;
+    QString artist = QString(entry.artist).replace(ArtistEnd, QStringLiteral("/"));
+    if (artist.endsWith(QStringLiteral(" /")))
+        artist.chop(2);
+    return artist + ArtistEnd + entry.album;
 }
 
 } // namespace
@@ -167,7 +170,9 @@ std::optional<DiscEntry> parseEntry(const QByteArray &text)
 {
     const Lines lines = sortLines(text);
     DiscEntry entry;
-    const QString title = oneLine(lines, "DTITLE");
+    QString title = oneLine(lines, "DTITLE");
+    if (title.endsWith(QStringLiteral(" /"))) // an artist without a title, whose last blank was lost
+        title += u' ';
     const qsizetype end = title.indexOf(ArtistEnd);
     entry.artist = trimBlanks(title.left(end));
     entry.album = trimBlanks(end < 0 ? title : title.mid(end + ArtistEnd.size()));
