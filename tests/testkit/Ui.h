@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QTest>
 #include <QTimer>
 #include <QTimerEvent>
@@ -26,16 +26,18 @@ inline void fireTimer(QTimer *timer)
     QCoreApplication::sendEvent(timer, &event);
 }
 
-/// Handles events until the condition holds; false when it doesn't within the time.
+/// Handles events until the condition holds; false when it doesn't within the time. Sleeps between events,
+/// and looks now and then by itself, since what other threads and the disk do is no event.
 template <typename Condition>
 bool waitFor(Condition condition, int milliseconds = 90000)
 {
-    QElapsedTimer clock;
-    clock.start();
+    const QDeadlineTimer end(milliseconds);
+    QTimer look;
+    look.start(5);
     while (!condition()) {
-        if (clock.elapsed() > milliseconds)
+        if (end.hasExpired())
             return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     return true;
 }

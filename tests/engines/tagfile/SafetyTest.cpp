@@ -1,7 +1,6 @@
 #include "OggSamples.h"
+#include "testkit/FullDisk.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
@@ -10,27 +9,6 @@
 namespace {
 
 using namespace samples;
-
-/// Files written from here on end at this size: a disk that is full.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t size)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_old);
-        const rlimit limit{size, m_old.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, SIG_DFL);
-    }
-
-private:
-    rlimit m_old{};
-};
 
 /// Rights count for everybody but the superuser.
 class OrdinaryUser
@@ -79,7 +57,7 @@ TEST_F(SafetyTest, aFullDiskLeavesTheOldFileAndNothingElse)
     const QString ogg = put(QStringLiteral("a.ogg"), vorbisPages(1, comments({"TITLE=old"}), 3000).join());
     const QByteArray oldOgg = content(ogg);
     for (const rlim_t size : {0, 100, 5000, 100'000, 1'000'000}) {
-        const FullDisk full(size);
+        const testkit::FullDisk full(size);
         EXPECT_NE(failureOfWriting(path), 0) << size;
         if (size < static_cast<rlim_t>(oldOgg.size())) {
             EXPECT_NE(failureOfWriting(ogg), 0) << size;
