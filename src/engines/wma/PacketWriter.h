@@ -31,6 +31,8 @@ public:
     /// Bits of a packet for frames.
     int capacity() const { return m_capacity; }
 
+    /// Bits of the packet that the next frame begins in.
+    int left() const { return m_capacity - static_cast<int>(m_content.bits()); }
     /// Bits laid into all packets so far, with what was left empty.
     std::int64_t position() const { return m_closed * m_capacity + m_content.bits(); }
 
@@ -48,7 +50,6 @@ public:
     std::vector<Packet> take();
 
 private:
-    int left() const { return m_capacity - static_cast<int>(m_content.bits()); }
     int room() const;
     void close(int wholeFrames, bool keepsRest, int carried);
 

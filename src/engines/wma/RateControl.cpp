@@ -17,14 +17,14 @@ constexpr double PlannedShare = 0.9;
 
 RateControl::RateControl(double dueBits, double reservoir) : m_due(dueBits), m_reservoir(reservoir) {}
 
-float RateControl::quality(const std::deque<FrameAnalysis> &frames, double fill) const
+float RateControl::quality(const std::deque<FrameAnalysis> &frames, double fill, double left) const
 {
-    if (fits(frames, fill, LowestQuality))
+    if (fits(frames, fill, left, LowestQuality))
         return LowestQuality;
     float tooFine = LowestQuality, good = HighestQuality;
     for (float range = good - tooFine; range > Precision; range /= 2) {
         const float middle = (tooFine + good) / 2;
-        (fits(frames, fill, middle) ? good : tooFine) = middle;
+        (fits(frames, fill, left, middle) ? good : tooFine) = middle;
     }
     return good;
 }
@@ -43,17 +43,20 @@ double RateControl::estimate(const FrameAnalysis &frame, float quality)
     return (1 - share) * frame.bits[below] + share * frame.bits[below + 1];
 }
 
-/// Whether one quality for all frames lets the stream never be too far ahead, and in the end not at all.
-bool RateControl::fits(const std::deque<FrameAnalysis> &frames, double fill, float quality) const
+/// Whether one quality for all frames lets the stream never be too far ahead, and in the end not at all but
+/// by the packet that is begun.
+bool RateControl::fits(const std::deque<FrameAnalysis> &frames, double fill, double left, float quality) const
 {
     const double ratio = m_estimated > 0 ? m_taken / m_estimated : 1;
     const std::size_t count = std::min(frames.size(), LookAhead);
     for (std::size_t n = 0; n < count; ++n) {
-        fill += ratio * estimate(frames[n], quality) - m_due;
+        const double bits = ratio * estimate(frames[n], quality);
+        left -= bits;
+        fill += bits - m_due;
         if (fill > PlannedShare * m_reservoir)
             return false;
     }
-    return fill <= 0;
+    return fill <= 0 || left >= 0;
 }
 
 } // namespace wma

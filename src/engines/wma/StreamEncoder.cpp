@@ -102,7 +102,7 @@ void StreamEncoder::encodeFrame(std::size_t behind)
     const FrameSurroundings surroundings{m_packets.startsPacket(), analysis.halvingsBefore,
                                          analysis.halvingsBehind};
     const double most = m_reservoir + m_dueBits - ahead();
-    float quality = m_rate.quality(m_ahead, ahead());
+    float quality = m_rate.quality(m_ahead, ahead(), m_packets.left());
     dsp::BitWriter bits;
     // Coarser and coarser; there is room for a frame of which nothing is left.
     for (float increase = 0.5F;; increase *= 1.5F) {
