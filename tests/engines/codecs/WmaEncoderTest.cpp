@@ -2,6 +2,7 @@
 
 #include "engines/codecs/WmaComponent.h"
 #include "engines/wma/StreamFormat.h"
+#include "quality/Meter.h"
 #include "testkit/Encoding.h"
 #include "testkit/Signals.h"
 #include "testkit/TestDecoder.h"
@@ -59,6 +60,13 @@ TEST(WmaEncoderTest, whatIsSaidToBeSupportedIsWrittenAndNothingElse)
         }
     }
     EXPECT_EQ(supported, 33);
+}
+
+TEST(WmaEncoderTest, littleOfTheErrorsIsHeard)
+{
+    const auto sound = testkit::music(44100, 2, 110'250);
+    const auto decoded = testkit::decode(encode(*codecs::wmaRecipe({44100, 2, 128}), {}, sound)).samples;
+    EXPECT_LT(quality::Meter().measure(sound, {decoded.begin(), decoded.end()}, 0).noiseToMask, -6);
 }
 
 TEST(WmaEncoderTest, theQuestionsForABitRateLookAtAllSampleRates)

@@ -1,4 +1,6 @@
 #include "VqfFile.h"
+#include "demodisc/DemoDisc.h"
+#include "quality/Meter.h"
 
 #include <cmath>
 #include <numbers>
@@ -51,6 +53,21 @@ TEST(VqfEncoderTest, theSoundComesBackInPlaceAndAtItsLevel)
     EXPECT_GT(inPlace, 10);
     for (const int late : {-2, -1, 1, 2})
         EXPECT_LT(snr(original, decoded, late), inPlace) << late;
+}
+
+TEST(VqfEncoderTest, littleOfTheErrorsIsHeard)
+{
+    double noiseToMask = 0;
+    for (const int piece : {3, 4}) {
+        const Pcm original = demodisc::render({piece, 2 * demodisc::SectorsPerSecond, {}});
+        const ModelDecoder::Samples decoded = decodeVqf(encodeVqf(original, 2));
+        quality::DecodedPcm heard;
+        for (std::size_t n = 0; n < decoded[0].size(); ++n)
+            for (const auto &channel : decoded)
+                heard.push_back(static_cast<float>(channel[n]));
+        noiseToMask += quality::Meter().measure(original, heard, 0).noiseToMask / 2;
+    }
+    EXPECT_LT(noiseToMask, 4.65);
 }
 
 TEST(VqfEncoderTest, theFileIsAHeaderAndAsManyFramesAsTheLengthTakes)
