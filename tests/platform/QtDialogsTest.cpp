@@ -50,6 +50,16 @@ TEST_F(QtDialogsTest, returnAndEscapeEndTheWholeFontDialog)
     }
 }
 
+TEST_F(QtDialogsTest, returnGivesTheAnswerThatABoxPresets)
+{
+    for (const BoxAnswer preset : {BoxAnswer::Yes, BoxAnswer::No}) {
+        inDialog([](QDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+        EXPECT_EQ(dialogs.messageBox(
+                      nullptr, {.text = u"Overwrite?"_s, .buttons = BoxButtons::YesNo, .preset = preset}),
+                  preset);
+    }
+}
+
 TEST_F(QtDialogsTest, customColoursOfOtherProgramsStay)
 {
     const KeptCustomColors kept;

@@ -237,7 +237,9 @@ TEST_F(frmExtractTest, theCloseBoxEndsTheWindowInEachStateAndNothingIsHeardAnyMo
         Q_EMIT engine.ExtractionPrepared();
         system.log.take();
         system.pump.actions[system.pump.calls + 1] = [&] { window->close(); };
+        EXPECT_TRUE(engine.isHeard());
         Q_EMIT engine.ExtractionStatus(0, 0);
+        EXPECT_FALSE(engine.isHeard());
         Q_EMIT engine.TrackFinished();
         Q_EMIT engine.ExtractionComplete(); // no box comes
         EXPECT_TRUE(system.log.take().isEmpty());

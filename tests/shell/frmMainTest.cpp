@@ -10,6 +10,7 @@
 #include "testkit/Ui.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <gtest/gtest.h>
@@ -42,6 +43,24 @@ protected:
         form = makeForm<frmMain>(system.desktop(), std::move(parts));
         form->showModeless();
         startLog = system.log.take();
+    }
+
+    /// Starts on the system that the notice is about, and closes it where it comes.
+    bool showsNoticeAtStart(const QByteArray &known)
+    {
+        system.version.record = {2, 6, 0, 0, {}};
+        system.write(QStringLiteral("settings.ini"), "[Other]\nDownload FreeDB=False\nIKnow=" + known + "\n");
+        bool shows = false;
+        QTimer noticed;
+        QObject::connect(&noticed, &QTimer::timeout, [&] {
+            if (QWidget *notice = QApplication::activeModalWidget()) {
+                shows = notice->objectName() == u"frmVista";
+                notice->close();
+            }
+        });
+        noticed.start(0);
+        start();
+        return shows;
     }
 
     template <typename Control>
@@ -84,6 +103,16 @@ TEST_F(frmMainTest, theStartReadsTheFirstDiscAndThenTheSettings)
     EXPECT_FALSE(at<QAction>(QStringLiteral("mnuHelpSub_2"))->isVisible());
     EXPECT_TRUE(at<QAction>(QStringLiteral("mnuToolsSub_9"))->isChecked());
     EXPECT_TRUE(list().gridLines());
+}
+
+TEST_F(frmMainTest, theNoticeAboutTheSystemComesUntilItIsKnown)
+{
+    EXPECT_TRUE(showsNoticeAtStart("False"));
+}
+
+TEST_F(frmMainTest, aKnownNoticeDoesNotComeAgain)
+{
+    EXPECT_FALSE(showsNoticeAtStart("True"));
 }
 
 TEST_F(frmMainTest, withoutADriveItStartsWithoutAWord)

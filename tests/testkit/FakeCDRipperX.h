@@ -6,6 +6,7 @@
 #include "testkit/CallLog.h"
 
 #include <QList>
+#include <QMetaMethod>
 #include <QPointer>
 
 /// A CD engine whose drives, disc and answers the test sets. Calls that change something go into the log; the
@@ -90,6 +91,9 @@ public:
         m_log.add(QStringLiteral("SetEncoder ") +
                   (encoder ? encoder->objectName() : QStringLiteral("nothing")));
     }
+
+    /// Whether its reports reach anybody; a job of which nobody hears is dropped by the real engine.
+    bool isHeard() const { return isSignalConnected(QMetaMethod::fromSignal(&CDRipperX::ExtractionStatus)); }
 
 private:
     CallLog &m_log;

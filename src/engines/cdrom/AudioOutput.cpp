@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QMediaDevices>
 #include <algorithm>
+#include <chrono>
 
 namespace cdrom {
 
@@ -67,16 +68,20 @@ bool mayHaveSound()
 }
 #endif
 
+qint64 systemNanoseconds()
+{
+    return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
 } // namespace
 
-SilentOutput::SilentOutput()
-{
-    m_clock.start();
-}
+SilentOutput::SilentOutput(std::function<qint64()> clock)
+    : m_clock(clock ? std::move(clock) : systemNanoseconds), m_passed(m_clock())
+{}
 
 void SilentOutput::passTime()
 {
-    const qint64 now = m_clock.nsecsElapsed();
+    const qint64 now = m_clock();
     if (!m_paused)
         m_waiting = std::max(0.0, m_waiting - double(now - m_passed) * FrameRate / 1e9);
     m_passed = now;

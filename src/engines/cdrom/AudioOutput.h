@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QtGlobal>
 #include <functional>
 #include <memory>
@@ -31,7 +30,8 @@ using MakeOutput = std::function<std::unique_ptr<AudioOutput>()>;
 class SilentOutput : public AudioOutput
 {
 public:
-    SilentOutput();
+    /// Asks that clock for the time in nanoseconds, or the system's.
+    explicit SilentOutput(std::function<qint64()> clock = {});
 
     qsizetype room() override;
     qsizetype write(const qint16 *samples, qsizetype frames) override;
@@ -41,8 +41,8 @@ public:
 private:
     void passTime();
 
-    QElapsedTimer m_clock;
-    qint64 m_passed = 0;  ///< nanoseconds of the clock that were counted
+    const std::function<qint64()> m_clock;
+    qint64 m_passed;      ///< by the clock, and counted
     double m_waiting = 0; ///< frames taken and not yet "heard"
     bool m_paused = false;
 };

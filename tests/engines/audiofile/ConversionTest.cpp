@@ -1,5 +1,6 @@
 #include "Pump.h"
 #include "engines/codecs/WmaEncoder.h"
+#include "testkit/FullDisk.h"
 #include "testkit/Signals.h"
 #include "testkit/TestDecoder.h"
 
@@ -142,6 +143,23 @@ TEST(ConversionTest, aTargetThatCannotBeFinishedFailsAndLeavesNothing)
     EXPECT_EQ(failureOf([&] { writer.CloseFile(); }), RunTimeFailure::PathFileAccessError);
     EXPECT_EQ(failureOf([&] { writer.WriteSamples({1, 2}); }), RunTimeFailure::InvalidCall);
     EXPECT_EQ(failureOf([&] { writer.CloseFile(); }), 0);
+    EXPECT_TRUE(folder.names().isEmpty());
+}
+
+TEST(ConversionTest, whatCouldNotBeWrittenWholeIsNoFileEvenIfThereIsRoomAgain)
+{
+    const Folder folder;
+    AudioFile writer;
+    writer.SetWAVFormat(44100, 2, 16);
+    writer.OpenWrite(folder.path(QStringLiteral("a.wav")));
+    const QList<qint16> second(88200, 1);
+    writer.WriteSamples(second);
+    {
+        const testkit::FullDisk full(100'000);
+        EXPECT_NE(failureOf([&] { writer.WriteSamples(second); }), 0);
+    }
+    EXPECT_EQ(failureOf([&] { writer.WriteSamples(second); }), RunTimeFailure::InvalidCall);
+    writer.CloseFile();
     EXPECT_TRUE(folder.names().isEmpty());
 }
 

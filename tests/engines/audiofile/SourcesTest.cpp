@@ -34,6 +34,24 @@ protected:
     AudioFile reader;
 };
 
+TEST_F(SourcesTest, onlyAFewSecondsAreReadAhead)
+{
+    constexpr qint64 Second = 176'400;
+    const QString path =
+        folder.put(QStringLiteral("a.wav"), wavFile(1, 44100, 2, 16, QByteArray(60 * Second, 1)));
+    reader.OpenRead(path);
+    AudioFile other;
+    EXPECT_EQ(readAll(other, path).size(), 60U * 88200); // which gives a reader without bounds its time
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(file.size() - 50 * Second));
+    file.write(QByteArray(50 * Second, 2));
+    file.close();
+    qint16 last = 0;
+    for (QList<qint16> samples; !(samples = reader.ReadSamples(88200)).isEmpty();)
+        last = samples.last();
+    EXPECT_EQ(last, 0x0202) << "as the file is when its turn comes";
+}
+
 TEST_F(SourcesTest, theReaderTellsWhatItOpened)
 {
     const struct

@@ -5,12 +5,11 @@
 #include "engines/cdrom/ImageDrive.h"
 #include "engines/codecs/Encoder.h"
 #include "testkit/DiscFolder.h"
+#include "testkit/FullDisk.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 
 #include <QPointer>
-#include <csignal>
-#include <sys/resource.h>
 
 namespace {
 
@@ -164,11 +163,38 @@ TEST_F(ExtractionTest, whatCantStartSaysSo)
     }
     engine->setUseEncoder(false);
     discs.write(QStringLiteral("d.bin"), markedSectors(2, 3 * Sectors + 1));
-    engine->SelectDrive(0);
-    EXPECT_FALSE(engine->StartExtraction()) << "another disc than the queue's";
+    ASSERT_TRUE(waitFor([&] { return engine->TrackLength(3) == Sectors + 1; }));
+    EXPECT_FALSE(queue(*engine, 2, target(QStringLiteral("2")))) << "of another disc than the queue's";
+    EXPECT_FALSE(engine->StartExtraction());
     engine->ClearTracks();
     EXPECT_FALSE(engine->StartExtraction());
     EXPECT_EQ(log.take(), QStringList());
+}
+
+TEST_F(ExtractionTest, aDiscThatIsAnotherOneOnceItIsOpenedIsNotRipped)
+{
+    /// Its disc is changed by whoever is quicker than the engine.
+    class QuicklyChanged : public ImageDrive
+    {
+    public:
+        using ImageDrive::ImageDrive;
+        std::unique_ptr<AudioReader> openReader(ReadFor purpose, const ReadHooks &hooks) override
+        {
+            change();
+            return ImageDrive::openReader(purpose, hooks);
+        }
+        std::function<void()> change;
+    };
+    const auto drive = std::make_shared<QuicklyChanged>(discs.path(QStringLiteral("d.cue")));
+    drive->change = [this] { discs.write(QStringLiteral("d.bin"), markedSectors(2, 3 * Sectors + 1)); };
+    CdEngine engine({drive});
+    engine.SelectDrive(0);
+    ASSERT_TRUE(waitFor([&] { return engine.DiscReady(); }));
+    SignalLog log(engine);
+    queue(engine, 1, target(QStringLiteral("1")));
+    ASSERT_TRUE(rips(engine, log));
+    EXPECT_EQ(log.take(), QStringList({"prepared", "status 13", "complete"}));
+    EXPECT_TRUE(files.entries().isEmpty());
 }
 
 TEST_F(ExtractionTest, aFileThatCantBeWrittenIsToldAndTheNextTrackGoesOn)
@@ -193,14 +219,10 @@ TEST_F(ExtractionTest, aFullDiskAbortsTheTrackAndLeavesNothing)
     SignalLog log(*engine);
     queue(*engine, 1, target(QStringLiteral("1.wav")));
     queue(*engine, 2, target(QStringLiteral("2.wav")));
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{100000, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const bool ripped = rips(*engine, log);
-    setrlimit(RLIMIT_FSIZE, &before);
-    ASSERT_TRUE(ripped);
+    {
+        const testkit::FullDisk full(100'000);
+        ASSERT_TRUE(rips(*engine, log));
+    }
     EXPECT_EQ(log.take(), QStringList({"prepared", "start 1.wav 0-199 #10", "status 11", "status 8",
                                        "start 2.wav 200-399 #20", "status 11", "status 8", "complete"}));
     EXPECT_EQ(files.entries(), QStringList("1.wav"));

@@ -23,14 +23,14 @@ protected:
         demodisc::write(plan, discs.path(QStringLiteral("d.cue")).toStdString());
     }
 
-    /// Rips all three tracks and gives the log.
-    QStringList rip(ImageOptions options)
+    /// Rips so many tracks and gives the log.
+    QStringList rip(ImageOptions options, qint16 tracks = 3)
     {
         options.likeMachine = true;
         CdEngine engine(imageDrives(discs.path(), options));
         EXPECT_TRUE(engine.SelectDrive(0));
         SignalLog log(engine);
-        for (qint16 track = 1; track <= 3; ++track)
+        for (qint16 track = 1; track <= tracks; ++track)
             EXPECT_TRUE(engine.AddTrack(track, files.path(QString::number(track)), track));
         EXPECT_TRUE(engine.StartExtraction());
         EXPECT_TRUE(waitFor([&] { return log.complete; }, 60000));
@@ -67,6 +67,31 @@ TEST_F(ParanoiaTest, throughJitterTheFilesAreBitExact)
         for (int track = 1; track <= 3; ++track)
             EXPECT_TRUE(isExact(track)) << "jitter " << jitter << ", track " << track;
     }
+}
+
+TEST_F(ParanoiaTest, readsBehindSilenceAreRepeatedUntilTwoAreAlike)
+{
+    QByteArray sound = markedSectors(1, 400);
+    for (qsizetype end = 2352; end <= sound.size(); end += 2352) // wherever a read ends, there is silence
+        std::fill_n(sound.begin() + end - 400, 400, '\0');
+    discs.write(QStringLiteral("d.bin"), sound);
+    discs.write(QStringLiteral("d.cue"), "FILE \"d.bin\" BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n");
+    std::vector<std::pair<qint32, qint32>> reads; // begin and end of each
+    rip({.fails =
+             [&](qint32 first, qint32 count) {
+                 reads.emplace_back(first, first + count);
+                 return false;
+             }},
+        1);
+    EXPECT_TRUE(files.read(QStringLiteral("1")).mid(44) == sound);
+    int behind = 0;
+    for (std::size_t i = 1; i + 1 < reads.size(); ++i) {
+        if (reads[i].first != reads[i - 1].second)
+            continue;
+        ++behind;
+        EXPECT_EQ(reads[i + 1], reads[i]);
+    }
+    EXPECT_GT(behind, 5);
 }
 
 TEST_F(ParanoiaTest, throughTransientReadErrorsTheFilesAreBitExact)

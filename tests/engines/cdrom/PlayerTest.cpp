@@ -5,6 +5,7 @@
 #include "testkit/DiscFolder.h"
 #include "testkit/Ui.h"
 
+#include <atomic>
 #include <mutex>
 
 namespace {
@@ -78,9 +79,9 @@ protected:
                     "INDEX 01 00:01:00\nTRACK 03 MODE1/2352\nINDEX 01 00:03:00\n");
     }
 
-    std::unique_ptr<CdEngine> engineWith(const MakeOutput &make)
+    std::unique_ptr<CdEngine> engineWith(const MakeOutput &make, const ImageOptions &options = {})
     {
-        auto engine = std::make_unique<CdEngine>(imageDrives(discs.path()), make);
+        auto engine = std::make_unique<CdEngine>(imageDrives(discs.path(), options), make);
         EXPECT_TRUE(engine->SelectDrive(0));
         EXPECT_TRUE(engine->DiscReady());
         return engine;
@@ -140,20 +141,49 @@ TEST_F(PlayerTest, anotherTrackStopAndEjectEndTheOneBefore)
     EXPECT_TRUE(waitFor([&] { return engine->DriveStatus() == CDRipperX::DiscIdle; }));
 }
 
+TEST_F(PlayerTest, whatCantBeReadIsSilentAndATrackOfNothingElseIsLeft)
+{
+    qint32 firstGood = 125; // 50 sectors of track 2 are lost
+    const auto fails = [&firstGood](qint32 first, qint32) { return first < firstGood; };
+    const auto engine = engineWith(intoEar, {.fails = fails});
+    ear.listen(1000000);
+    const auto plays = [&] {
+        ear.heard.clear();
+        engine->PlayTrack(2);
+        EXPECT_TRUE(waitFor([&] { return engine->DriveStatus() == CDRipperX::DiscIdle; }));
+        return ear.all();
+    };
+    EXPECT_TRUE(plays() == QByteArray(50 * 2352, '\0') + sound.mid(125 * 2352, 100 * 2352));
+    firstGood = 1000;
+    EXPECT_LT(plays().size(), 150 * 2352);
+}
+
 TEST_F(PlayerTest, withoutASoundDeviceTimePassesSilently)
 {
-    const auto engine = engineWith([] { return std::make_unique<SilentOutput>(); });
-    QElapsedTimer clock;
-    clock.start();
-    engine->PlayTrack(1);
-    EXPECT_LT(clock.elapsed(), 100);
-    QTest::qWait(200);
-    engine->PausePlay();
-    QTest::qWait(1100);
-    EXPECT_EQ(engine->DriveStatus(), CDRipperX::Paused) << "longer than the track, but paused";
-    engine->ResumePlay();
-    EXPECT_TRUE(waitFor([&] { return engine->DriveStatus() == CDRipperX::DiscIdle; }, 3000));
-    EXPECT_GE(clock.elapsed(), 2000);
+    constexpr qint64 Second = 1'000'000'000;
+    std::atomic<qint64> now = 7 * Second;
+    SilentOutput output([&] { return now.load(); });
+    const std::vector<qint16> samples(2 * 88200);
+    EXPECT_EQ(output.write(samples.data(), 88200), 44100) << "a second of sound, for all that is given";
+    EXPECT_EQ(output.room(), 0);
+    now += Second / 4;
+    EXPECT_EQ(output.room(), 11025);
+    output.setPaused(true);
+    now += 5 * Second;
+    EXPECT_EQ(output.room(), 11025);
+    EXPECT_FALSE(output.isDry());
+    output.setPaused(false);
+    now += Second;
+    EXPECT_TRUE(output.isDry());
+
+    // A clock that runs on with each question.
+    const auto hasty = [&] { return now += Second / 10; };
+    const qint64 before = now;
+    const auto engine = engineWith([&] { return std::make_unique<SilentOutput>(hasty); });
+    engine->PlayTrack(2);
+    EXPECT_EQ(engine->DriveStatus(), CDRipperX::Playing);
+    EXPECT_TRUE(waitFor([&] { return engine->DriveStatus() == CDRipperX::DiscIdle; }));
+    EXPECT_GE(now - before, 2 * Second) << "so long is the track";
 }
 
 TEST_F(PlayerTest, theEngineMayGoWhileItPlays)

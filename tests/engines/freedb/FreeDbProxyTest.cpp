@@ -34,7 +34,7 @@ TEST_F(ProxyTest, requestsGoThroughTheProxyAndNowhereElse)
     EXPECT_EQ(direct.connections(), 0);
 }
 
-TEST_F(ProxyTest, theEnvironmentsProxyIsNotUsed)
+TEST_F(ProxyTest, theEnvironmentHasNoSay)
 {
     LoopbackServer proxy(onlyIn("folk", found(Entry)));
     LoopbackServer service(onlyIn("folk", found(Entry)));
@@ -42,6 +42,14 @@ TEST_F(ProxyTest, theEnvironmentsProxyIsNotUsed)
     EXPECT_EQ(query(service.host()), CDDB::Found);
     qunsetenv("http_proxy");
     EXPECT_EQ(proxy.connections(), 0);
+
+    const int direct = service.connections();
+    useProxy(proxy);
+    qputenv("no_proxy", "*");
+    EXPECT_EQ(query(service.host()), CDDB::Found);
+    qunsetenv("no_proxy");
+    EXPECT_GT(proxy.connections(), 0);
+    EXPECT_EQ(service.connections(), direct);
 }
 
 TEST_F(ProxyTest, logsInWhereTheProxyAsksForIt)

@@ -1,6 +1,7 @@
 #include "engines/vqf/VqfComponent.h"
 
 #include "base/RunTimeFailure.h"
+#include "engines/vqf/WavReader.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 
@@ -75,12 +76,16 @@ protected:
         component.setVqfBitRate(96);
     }
 
-    void start(const QByteArray &content)
+    void writeInput(const QByteArray &content)
     {
         QFile file(input);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
-        file.close();
+    }
+
+    void start(const QByteArray &content)
+    {
+        writeInput(content);
         component.setVqfInputFile(input);
         component.setVqfOutputFile(output);
         component.VqfEncode();
@@ -90,6 +95,8 @@ protected:
     {
         return waitFor([this] { return progress.contains(100); });
     }
+
+    bool hasTemporaryFile() const { return !entries().filter(QStringLiteral(".part")).isEmpty(); }
 
     QStringList entries() const
     {
@@ -159,37 +166,39 @@ TEST_F(VqfComponentTest, takesWhateverPcmAWavFileHolds)
     }
 }
 
-TEST_F(VqfComponentTest, whatIsNoWavFileOrFindsNoPlaceLeavesNothing)
+TEST_F(VqfComponentTest, otherFilesAreRefused)
 {
     const QByteArray good = wavFile({});
-    const QString elsewhere = folder.filePath(QStringLiteral("missing/a.vqf"));
-    struct Row
-    {
-        QByteArray content;
-        QString output;
-    };
-    const std::vector<Row> rows{
-        {"ID3 this is something else altogether, but long enough to hold a header", output},
-        {{}, output},
-        {good.left(20), output},
-        {wavFile({.tag = 0x11, .bits = 8}), output},
-        {wavFile({.channels = 6}), output},
-        {QByteArray(good).replace("data", "junk"), output},
-        {good, elsewhere},
-    };
-    for (const Row &row : rows) {
-        component.setVqfOutputFile(row.output);
-        start(row.content);
-        component.setVqfOutputFile(row.output);
-        component.VqfEncode();
-        // Starting over waits for the conversion that runs.
-        component.setVqfInputFile(folder.filePath(QStringLiteral("nothing.wav")));
-        component.VqfEncode();
-        component.setVqfInputFile(input);
-        QCoreApplication::processEvents();
-        EXPECT_TRUE(progress.isEmpty()) << row.content.left(60).toStdString();
+    for (const QByteArray &content :
+         {QByteArray("ID3 this is something else altogether, but long enough to hold a header"), QByteArray(),
+          good.left(20), wavFile({.tag = 0x11, .bits = 8}), wavFile({.channels = 0}),
+          wavFile({.channels = 6}), wavFile({.bits = 12}), QByteArray(good).replace("data", "junk")}) {
+        writeInput(content);
+        EXPECT_FALSE(vqf::WavReader(input).isOpen()) << content.left(60).toStdString();
     }
-    EXPECT_EQ(entries(), QStringList{QFileInfo(input).fileName()});
+    EXPECT_FALSE(vqf::WavReader(folder.filePath(QStringLiteral("nothing.wav"))).isOpen());
+}
+
+TEST_F(VqfComponentTest, afterOneThatCantBeConvertedTheNextCan)
+{
+    const QString right = std::exchange(output, folder.filePath(QStringLiteral("missing/a.vqf")));
+    start(wavFile({}));
+    output = right;
+    start("nonsense");
+    start(wavFile({}));
+    ASSERT_TRUE(reaches100());
+    EXPECT_EQ(progress.count(100), 1);
+    EXPECT_EQ(entries().size(), 2);
+}
+
+TEST_F(VqfComponentTest, ofASourceThatShrinksMeanwhileNothingIsMade)
+{
+    QObject::connect(&component, &VEnc::VqfProgress, &component, [this] { QFile::resize(input, 100'000); });
+    start(wavFile({.frames = 1'000'000}));
+    // The temporary file has gone again.
+    ASSERT_TRUE(waitFor([this] { return !progress.isEmpty() && !hasTemporaryFile(); }));
+    EXPECT_EQ(entries().size(), 1);
+    EXPECT_FALSE(progress.contains(100));
 }
 
 TEST_F(VqfComponentTest, endsAtOnceWithItsOwner)
@@ -199,10 +208,7 @@ TEST_F(VqfComponentTest, endsAtOnceWithItsOwner)
     ASSERT_TRUE(reaches100());
     QFile old(output);
     const qint64 oldSize = old.size();
-    QFile file(input);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(wavFile({.frames = 2000000}));
-    file.close();
+    writeInput(wavFile({.frames = 2000000}));
     owned->setVqfInputFile(input);
     owned->setVqfOutputFile(output);
     bool reported = false;
