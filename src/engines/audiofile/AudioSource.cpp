@@ -64,7 +64,8 @@ AudioSource::AudioSource(const QString &path, std::stop_token stop)
         continue;
     if (m_decoded.empty() && m_faulty)
         failNoSound();
-    m_seconds = m_decoded.empty() ? 0 : std::max(m_seconds, 1);
+    const bool none = m_decoded.empty() || m_length == 0; // decoders give a lone block, sound or not
+    m_seconds = none ? 0 : std::max(m_seconds, 1);
 }
 
 void AudioSource::openContainer()
