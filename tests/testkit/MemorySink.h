@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/RunTimeFailure.h"
-#include "engines/common/OutputFile.h"
+#include "files/ByteSink.h"
 
 #include <QByteArray>
 #include <algorithm>
@@ -10,7 +10,7 @@
 namespace testkit {
 
 /// A file in memory, on a disk of limited room, of which the first `kept` bytes can be looked at.
-class MemorySink final : public engines::ByteSink
+class MemorySink final : public files::ByteSink
 {
 public:
     static constexpr qint64 Endless = std::numeric_limits<qint64>::max();

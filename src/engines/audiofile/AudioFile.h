@@ -4,7 +4,7 @@
 #include "engines/audiofile/Mp3Options.h"
 #include "engines/audiofile/OutputFormat.h"
 #include "engines/audiofile/ReadAhead.h"
-#include "engines/common/OutputFile.h"
+#include "files/WholeFile.h"
 
 namespace audiofile {
 
@@ -50,7 +50,7 @@ private:
         {}
         codecs::Encoder &encoderOf(const codecs::PcmFormat &input);
 
-        engines::OutputFile file;
+        files::WholeFile file;
         const std::shared_ptr<const codecs::EncoderRecipe> recipe;
         std::unique_ptr<codecs::Encoder> encoder;
     };

@@ -2,6 +2,7 @@
 
 #include "base/RunTimeFailure.h"
 #include "components/CDRipperX.h"
+#include "files/WholeFile.h"
 
 #include <QElapsedTimer>
 
@@ -63,7 +64,7 @@ public:
 
 private:
     const QueuedTrack &m_queued;
-    engines::OutputFile m_output;
+    files::WholeFile m_output;
     std::unique_ptr<codecs::Encoder> m_encoder;
     qint32 m_sectors = 0;
     QElapsedTimer m_clock;

@@ -5,7 +5,7 @@
 
 namespace codecs {
 
-AvSink::AvSink(engines::ByteSink &sink) : m_sink(sink)
+AvSink::AvSink(files::ByteSink &sink) : m_sink(sink)
 {
     constexpr int BufferBytes = 32768;
     auto *buffer = static_cast<unsigned char *>(av_malloc(BufferBytes));

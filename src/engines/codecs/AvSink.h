@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/codecs/AvHandles.h"
-#include "engines/common/OutputFile.h"
+#include "files/ByteSink.h"
 
 #include <exception>
 
@@ -12,7 +12,7 @@ namespace codecs {
 class AvSink
 {
 public:
-    explicit AvSink(engines::ByteSink &sink);
+    explicit AvSink(files::ByteSink &sink);
     ~AvSink();
     AvSink(const AvSink &) = delete;
     AvSink &operator=(const AvSink &) = delete;
@@ -30,7 +30,7 @@ private:
     static int write(void *self, Bytes bytes, int count);
     static std::int64_t seek(void *self, std::int64_t offset, int whence);
 
-    engines::ByteSink &m_sink;
+    files::ByteSink &m_sink;
     AVIOContext *m_context;
     std::int64_t m_position = 0;
     std::int64_t m_size = 0;

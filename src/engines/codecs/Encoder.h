@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engines/common/OutputFile.h"
+#include "files/ByteSink.h"
 
-#include <QtGlobal>
+#include <QString>
 #include <functional>
 #include <memory>
 
@@ -46,7 +46,7 @@ public:
     /// `input` is what `encode` will get; the encoder resamples and remixes where its output is another.
     /// `output` must outlive the encoder; the first bytes may go there at once. `threads` is the most that
     /// work on the stream at a time; 0 stands for as many as there are cores.
-    virtual std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output,
+    virtual std::unique_ptr<Encoder> create(const PcmFormat &input, files::ByteSink &output,
                                             int threads = 0) const = 0;
 };
 

@@ -159,7 +159,7 @@ private:
 class Mp3Joiner final : public PieceJoiner
 {
 public:
-    explicit Mp3Joiner(engines::ByteSink &sink) : m_sink(sink), m_tag({}) {}
+    explicit Mp3Joiner(files::ByteSink &sink) : m_sink(sink), m_tag({}) {}
 
     void add(EncodedPiece &piece) override
     {
@@ -183,7 +183,7 @@ public:
     }
 
 private:
-    engines::ByteSink &m_sink;
+    files::ByteSink &m_sink;
     Mp3Tag m_tag;
     int m_padding = 0;
 };
@@ -209,7 +209,7 @@ public:
         return encoded;
     }
 
-    std::unique_ptr<PieceJoiner> joiner(engines::ByteSink &output) const override
+    std::unique_ptr<PieceJoiner> joiner(files::ByteSink &output) const override
     {
         return std::make_unique<Mp3Joiner>(output);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/common/OutputFile.h"
+#include "files/ByteSink.h"
 
 #include <cstdint>
 #include <vector>

@@ -63,7 +63,7 @@ public:
     /// Of any thread, several at a time. Nothing where `cancelled` became true meanwhile; that is looked at
     /// once per frame of the codec.
     virtual std::unique_ptr<EncodedPiece> encode(Piece piece, const std::atomic<bool> &cancelled) const = 0;
-    virtual std::unique_ptr<PieceJoiner> joiner(engines::ByteSink &output) const = 0;
+    virtual std::unique_ptr<PieceJoiner> joiner(files::ByteSink &output) const = 0;
 };
 
 } // namespace codecs

@@ -52,7 +52,7 @@ class Recipe final : public EncoderRecipe
 public:
     Recipe(const PcmFormat &wanted, MakeThreadedEncoder make) : m_wanted(wanted), m_make(std::move(make)) {}
 
-    std::unique_ptr<Encoder> create(const PcmFormat &input, engines::ByteSink &output,
+    std::unique_ptr<Encoder> create(const PcmFormat &input, files::ByteSink &output,
                                     int threads) const override
     {
         const int cores = static_cast<int>(std::thread::hardware_concurrency());
@@ -72,7 +72,7 @@ private:
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make)
 {
     return makeRecipe(wanted,
-                      [make = std::move(make)](engines::ByteSink &output, int) { return make(output); });
+                      [make = std::move(make)](files::ByteSink &output, int) { return make(output); });
 }
 
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeThreadedEncoder make)
@@ -84,16 +84,16 @@ std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted,
                                                 std::shared_ptr<const PieceCodec> codec)
 {
     const int channels = wanted.channels;
-    return makeRecipe(wanted, [codec = std::move(codec), channels](engines::ByteSink &output, int threads) {
+    return makeRecipe(wanted, [codec = std::move(codec), channels](files::ByteSink &output, int threads) {
         return std::make_unique<SegmentedEncoder>(codec, channels, output, threads);
     });
 }
 
 std::shared_ptr<const EncoderRecipe> makeBackgroundRecipe(const PcmFormat &wanted, MakeThreadedEncoder make)
 {
-    return makeRecipe(wanted, [wanted, make = std::move(make)](engines::ByteSink &output, int threads) {
+    return makeRecipe(wanted, [wanted, make = std::move(make)](files::ByteSink &output, int threads) {
         auto stream = std::make_shared<UnsplitStream>(
-            wanted, [make, threads](engines::ByteSink &sink) { return make(sink, threads); });
+            wanted, [make, threads](files::ByteSink &sink) { return make(sink, threads); });
         return std::make_unique<SegmentedEncoder>(std::move(stream), wanted.channels, output, 1);
     });
 }

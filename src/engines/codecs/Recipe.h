@@ -9,14 +9,14 @@ namespace codecs {
 
 class PieceCodec;
 
-using MakeEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &)>;
+using MakeEncoder = std::function<std::unique_ptr<Encoder>(files::ByteSink &)>;
 
 /// A recipe for the encoders that `make` gives, which want PCM of the format `wanted`. Where the input is
 /// another, a converter stands before the encoder.
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeEncoder make);
 
 /// The same for encoders that work on up to `threads` threads.
-using MakeThreadedEncoder = std::function<std::unique_ptr<Encoder>(engines::ByteSink &, int threads)>;
+using MakeThreadedEncoder = std::function<std::unique_ptr<Encoder>(files::ByteSink &, int threads)>;
 std::shared_ptr<const EncoderRecipe> makeRecipe(const PcmFormat &wanted, MakeThreadedEncoder make);
 
 /// The same for a stream that is encoded piece by piece.

@@ -13,7 +13,7 @@ constexpr std::chrono::microseconds PausePerPiece{1'200'000};
 } // namespace
 
 SegmentedEncoder::SegmentedEncoder(std::shared_ptr<const PieceCodec> codec, int channels,
-                                   engines::ByteSink &output, int threads)
+                                   files::ByteSink &output, int threads)
     : m_codec(std::move(codec)),
       m_plan(m_codec->plan()),
       m_channels(channels),

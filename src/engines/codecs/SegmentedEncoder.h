@@ -19,7 +19,7 @@ namespace codecs {
 class SegmentedEncoder final : public Encoder
 {
 public:
-    SegmentedEncoder(std::shared_ptr<const PieceCodec> codec, int channels, engines::ByteSink &output,
+    SegmentedEncoder(std::shared_ptr<const PieceCodec> codec, int channels, files::ByteSink &output,
                      int threads);
     ~SegmentedEncoder() override;
 

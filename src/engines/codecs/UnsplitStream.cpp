@@ -21,7 +21,7 @@ struct WrittenPiece final : EncodedPiece
 };
 
 /// Where the encoder writes to.
-class Recorder final : public engines::ByteSink
+class Recorder final : public files::ByteSink
 {
 public:
     void begin() { m_written = std::make_unique<WrittenPiece>(); }
@@ -44,7 +44,7 @@ private:
 class Writer final : public PieceJoiner
 {
 public:
-    explicit Writer(engines::ByteSink &sink) : m_sink(sink) {}
+    explicit Writer(files::ByteSink &sink) : m_sink(sink) {}
 
     void add(EncodedPiece &piece) override
     {
@@ -58,7 +58,7 @@ public:
     void finish() override {}
 
 private:
-    engines::ByteSink &m_sink;
+    files::ByteSink &m_sink;
 };
 
 } // namespace
@@ -99,7 +99,7 @@ std::unique_ptr<EncodedPiece> UnsplitStream::encode(Piece piece, const std::atom
     return recorder.take();
 }
 
-std::unique_ptr<PieceJoiner> UnsplitStream::joiner(engines::ByteSink &output) const
+std::unique_ptr<PieceJoiner> UnsplitStream::joiner(files::ByteSink &output) const
 {
     return std::make_unique<Writer>(output);
 }

@@ -15,7 +15,7 @@ public:
 
     PiecePlan plan() const override;
     std::unique_ptr<EncodedPiece> encode(Piece piece, const std::atomic<bool> &cancelled) const override;
-    std::unique_ptr<PieceJoiner> joiner(engines::ByteSink &output) const override;
+    std::unique_ptr<PieceJoiner> joiner(files::ByteSink &output) const override;
 
 private:
     struct Progress;

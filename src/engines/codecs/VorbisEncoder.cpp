@@ -13,7 +13,7 @@ namespace {
 class ManagedVorbisEncoder final : public BlockEncoder
 {
 public:
-    ManagedVorbisEncoder(const VorbisSettings &settings, engines::ByteSink &sink)
+    ManagedVorbisEncoder(const VorbisSettings &settings, files::ByteSink &sink)
         : BlockEncoder(settings.format.channels, 1024), m_analysis(settings), m_file(m_analysis, sink)
     {}
 
@@ -66,7 +66,7 @@ std::shared_ptr<const EncoderRecipe> vorbisRecipe(const VorbisSettings &settings
                 .arg(settings.maxBitRate));
     if (!settings.isManaged())
         return makeRecipe(settings.format, std::make_shared<VorbisPieces>(settings));
-    return makeBackgroundRecipe(settings.format, [settings](engines::ByteSink &sink, int) {
+    return makeBackgroundRecipe(settings.format, [settings](files::ByteSink &sink, int) {
         return std::make_unique<ManagedVorbisEncoder>(settings, sink);
     });
 }

@@ -71,7 +71,7 @@ void VorbisFile::ClearStream::operator()(ogg_stream_state *stream) const
     delete stream;
 }
 
-VorbisFile::VorbisFile(VorbisAnalysis &analysis, engines::ByteSink &sink)
+VorbisFile::VorbisFile(VorbisAnalysis &analysis, files::ByteSink &sink)
     : m_sink(sink), m_pages(new ogg_stream_state)
 {
     ogg_stream_init(m_pages.get(), StreamSerial);

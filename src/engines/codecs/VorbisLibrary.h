@@ -51,7 +51,7 @@ class VorbisFile
 {
 public:
     /// Writes the headers; they depend on the settings alone.
-    VorbisFile(VorbisAnalysis &analysis, engines::ByteSink &sink);
+    VorbisFile(VorbisAnalysis &analysis, files::ByteSink &sink);
 
     /// The packet's number is given here.
     void add(ogg_packet packet);
@@ -65,7 +65,7 @@ private:
 
     void writePages(int (*next)(ogg_stream_state *, ogg_page *));
 
-    engines::ByteSink &m_sink;
+    files::ByteSink &m_sink;
     const std::unique_ptr<ogg_stream_state, ClearStream> m_pages;
     ogg_int64_t m_number = 0;
 };

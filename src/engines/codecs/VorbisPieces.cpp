@@ -32,7 +32,7 @@ std::optional<Joint> findJoint(const std::vector<VorbisPacket> &first,
 class VorbisJoiner final : public PieceJoiner
 {
 public:
-    VorbisJoiner(const VorbisPieces &codec, VorbisAnalysis &&headers, engines::ByteSink &sink)
+    VorbisJoiner(const VorbisPieces &codec, VorbisAnalysis &&headers, files::ByteSink &sink)
         : m_codec(codec), m_file(headers, sink)
     {}
 
@@ -101,7 +101,7 @@ std::unique_ptr<EncodedPiece> VorbisPieces::encode(Piece piece, const std::atomi
     return encoded;
 }
 
-std::unique_ptr<PieceJoiner> VorbisPieces::joiner(engines::ByteSink &output) const
+std::unique_ptr<PieceJoiner> VorbisPieces::joiner(files::ByteSink &output) const
 {
     return std::make_unique<VorbisJoiner>(*this, VorbisAnalysis(m_settings), output);
 }

@@ -15,7 +15,7 @@ public:
 
     PiecePlan plan() const override;
     std::unique_ptr<EncodedPiece> encode(Piece piece, const std::atomic<bool> &cancelled) const override;
-    std::unique_ptr<PieceJoiner> joiner(engines::ByteSink &output) const override;
+    std::unique_ptr<PieceJoiner> joiner(files::ByteSink &output) const override;
 
     /// Both pieces, neighbours, encoded in one go: what is left where they can't be joined.
     VorbisPiece encodeAsOne(const VorbisPiece &first, const VorbisPiece &second) const;

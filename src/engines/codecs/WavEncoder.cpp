@@ -28,7 +28,7 @@ struct WavFormat
 class WavFile
 {
 public:
-    WavFile(const WavFormat &format, engines::ByteSink &sink) : m_format(format), m_sink(sink)
+    WavFile(const WavFormat &format, files::ByteSink &sink) : m_format(format), m_sink(sink)
     {
         writeHeader();
     }
@@ -98,7 +98,7 @@ private:
     }
 
     const WavFormat m_format;
-    engines::ByteSink &m_sink;
+    files::ByteSink &m_sink;
     std::array<std::uint8_t, LongestHeader> m_header;
     std::size_t m_used = 0;
     std::uint64_t m_bytes = 0;
@@ -108,7 +108,7 @@ private:
 class Pcm16Encoder final : public Encoder
 {
 public:
-    Pcm16Encoder(const PcmFormat &format, engines::ByteSink &sink)
+    Pcm16Encoder(const PcmFormat &format, files::ByteSink &sink)
         : m_frameBytes(2 * format.channels), m_file({1, format, 16, m_frameBytes, 1}, sink)
     {}
 
@@ -128,7 +128,7 @@ private:
 class Pcm8Encoder final : public BlockEncoder
 {
 public:
-    Pcm8Encoder(const PcmFormat &format, engines::ByteSink &sink)
+    Pcm8Encoder(const PcmFormat &format, files::ByteSink &sink)
         : BlockEncoder(format.channels, BlockFrames),
           m_channels(format.channels),
           m_file({1, format, 8, format.channels, 1}, sink)
@@ -155,7 +155,7 @@ private:
 class AdpcmEncoder final : public BlockEncoder
 {
 public:
-    AdpcmEncoder(const WavSettings &settings, const ImaAdpcm &coder, engines::ByteSink &sink)
+    AdpcmEncoder(const WavSettings &settings, const ImaAdpcm &coder, files::ByteSink &sink)
         : BlockEncoder(settings.format.channels, coder.blockFrames()),
           m_coder(coder),
           m_file({0x11, settings.format, settings.bits, coder.blockBytes(), coder.blockFrames()}, sink)
@@ -176,7 +176,7 @@ private:
     std::vector<std::uint8_t> m_block;
 };
 
-std::unique_ptr<Encoder> wavEncoder(const WavSettings &settings, engines::ByteSink &sink)
+std::unique_ptr<Encoder> wavEncoder(const WavSettings &settings, files::ByteSink &sink)
 {
     if (settings.bits == 16)
         return std::make_unique<Pcm16Encoder>(settings.format, sink);
@@ -206,7 +206,7 @@ std::shared_ptr<const EncoderRecipe> wavRecipe(const WavSettings &settings)
                    .arg(settings.format.channels)
                    .arg(settings.bits));
     return makeRecipe(settings.format,
-                      [settings](engines::ByteSink &sink) { return wavEncoder(settings, sink); });
+                      [settings](files::ByteSink &sink) { return wavEncoder(settings, sink); });
 }
 
 } // namespace codecs

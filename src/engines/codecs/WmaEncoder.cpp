@@ -19,7 +19,7 @@ constexpr const char *What = "The WMA encoder";
 class AsfFile
 {
 public:
-    AsfFile(const wma::StreamFormat &stream, engines::ByteSink &sink)
+    AsfFile(const wma::StreamFormat &stream, files::ByteSink &sink)
         : m_sink(sink), m_packet(av_packet_alloc())
     {
         AVFormatContext *format = nullptr;
@@ -79,7 +79,7 @@ private:
 class WmaEncoder final : public BlockEncoder
 {
 public:
-    WmaEncoder(const wma::Tables &tables, const WmaSettings &settings, int threads, engines::ByteSink &sink)
+    WmaEncoder(const wma::Tables &tables, const WmaSettings &settings, int threads, files::ByteSink &sink)
         : BlockEncoder(settings.channels, wma::StreamFormat(settings).frameSize()),
           m_encoder(tables, settings, threads),
           m_file(m_encoder.format(), sink)
@@ -137,7 +137,7 @@ std::shared_ptr<const EncoderRecipe> wmaRecipe(const WmaSettings &settings)
         refuse(QStringLiteral("This build has no WMA encoder, since the system that it was built on has no "
                               "decoder for WMA"));
     return makeBackgroundRecipe({settings.rate, settings.channels},
-                                [tables, settings](engines::ByteSink &sink, int threads) {
+                                [tables, settings](files::ByteSink &sink, int threads) {
                                     return std::make_unique<WmaEncoder>(*tables, settings, threads, sink);
                                 });
 }

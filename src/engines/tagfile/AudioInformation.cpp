@@ -1,12 +1,12 @@
 #include "engines/tagfile/AudioInformation.h"
 
 #include "base/RunTimeFailure.h"
-#include "engines/common/OutputFile.h"
 #include "engines/tagfile/AudioKind.h"
-#include "engines/tagfile/FileAttributes.h"
 #include "engines/tagfile/GenreNames.h"
 #include "engines/tagfile/Mp3Tags.h"
 #include "engines/tagfile/OggTags.h"
+#include "files/FileAttributes.h"
+#include "files/WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -69,15 +69,14 @@ void AudioInformation::WriteTags(const QString &path)
     const QString target = QFileInfo(path).canonicalFilePath();
     QFile file(target);
     openForReading(file);
-    if (!isWritable(target))
+    if (!files::isWritable(target))
         throw RunTimeFailure(RunTimeFailure::PermissionDenied);
     const TagFields fields = m_fields.writable();
     const TagFormat format = formatOf(file);
     const TagEdit writeEdited = format.edit(file, fields);
     if (!writeEdited)
         return;
-    OutputFile copy(target);
-    takeAttributes(target, copy.temporaryPath());
+    files::WholeFile copy(target);
     writeEdited(copy);
     copy.flush();
     if (readFields(copy.temporaryPath()) != fields)

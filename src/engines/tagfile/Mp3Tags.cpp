@@ -189,7 +189,7 @@ TagEdit editMp3Tags(QIODevice &file, const TagFields &fields)
     const QByteArray id3v2 = tags.tag.render();
     if (id3v1 == tags.id3v1 && id3v2 == bytesAt(file, 0, begin))
         return {};
-    return [&file, id3v2, id3v1, begin, count](ByteSink &out) {
+    return [&file, id3v2, id3v1, begin, count](files::ByteSink &out) {
         writeBytes(id3v2, out);
         copyBytes(file, begin, count, out);
         writeBytes(id3v1, out);

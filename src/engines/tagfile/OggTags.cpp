@@ -139,7 +139,7 @@ void change(VorbisComments &comments, const TagFields &fields)
         comments.replace(TrackKeys, trackText(fields.track, textOf(comments, TrackKeys)));
 }
 
-void writeOgg(QIODevice &file, const VorbisHeaders &headers, const QByteArray &comments, ByteSink &out)
+void writeOgg(QIODevice &file, const VorbisHeaders &headers, const QByteArray &comments, files::ByteSink &out)
 {
     const QList<QByteArray> pages =
         oggPages({comments, headers.setup}, headers.serial, headers.firstSequence);
@@ -187,7 +187,7 @@ TagEdit editOggTags(QIODevice &file, const TagFields &fields)
     const QByteArray packet = comments.render();
     if (packet == headers.comments)
         return {};
-    return [&file, headers, packet](ByteSink &out) { writeOgg(file, headers, packet, out); };
+    return [&file, headers, packet](files::ByteSink &out) { writeOgg(file, headers, packet, out); };
 }
 
 } // namespace engines

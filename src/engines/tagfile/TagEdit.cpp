@@ -6,13 +6,13 @@
 
 namespace engines {
 
-void writeBytes(const QByteArray &bytes, ByteSink &out)
+void writeBytes(const QByteArray &bytes, files::ByteSink &out)
 {
     out.write(reinterpret_cast<const std::uint8_t *>(bytes.constData()),
               static_cast<std::size_t>(bytes.size()));
 }
 
-void copyBytes(QIODevice &file, qint64 begin, qint64 count, ByteSink &out)
+void copyBytes(QIODevice &file, qint64 begin, qint64 count, files::ByteSink &out)
 {
     constexpr qint64 Chunk = 1 << 20;
     file.seek(begin);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engines/common/OutputFile.h"
 #include "engines/tagfile/TagFields.h"
+#include "files/ByteSink.h"
 
 #include <QIODevice>
 #include <functional>
@@ -9,10 +9,10 @@
 namespace engines {
 
 /// Writes a file with its new tags. Empty where the file holds them already.
-using TagEdit = std::function<void(ByteSink &out)>;
+using TagEdit = std::function<void(files::ByteSink &out)>;
 
 /// Copies a stretch of a file, `count` bytes from `begin` on. Raises failure 57 where it can't be read.
-void copyBytes(QIODevice &file, qint64 begin, qint64 count, ByteSink &out);
-void writeBytes(const QByteArray &bytes, ByteSink &out);
+void copyBytes(QIODevice &file, qint64 begin, qint64 count, files::ByteSink &out);
+void writeBytes(const QByteArray &bytes, files::ByteSink &out);
 
 } // namespace engines

@@ -1,10 +1,10 @@
 #include "engines/vqf/VqfComponent.h"
 
 #include "base/RunTimeFailure.h"
-#include "engines/common/OutputFile.h"
 #include "engines/vqf/Format.h"
 #include "engines/vqf/VqfEncoder.h"
 #include "engines/vqf/WavReader.h"
+#include "files/WholeFile.h"
 
 #include <QElapsedTimer>
 #include <functional>
@@ -21,7 +21,7 @@ constexpr qint64 FramesAtATime = 2 * FrameSize;
 bool convert(WavReader &input, const QString &path, const codecs::EncoderRecipe &recipe,
              const std::atomic<bool> &stopping, const std::function<void(qint32 percent)> &report)
 {
-    engines::OutputFile output(path);
+    files::WholeFile output(path);
     const auto encoder = recipe.create(input.format(), output);
     QElapsedTimer sinceReport;
     sinceReport.start();

@@ -17,7 +17,7 @@ namespace {
 class VqfFile
 {
 public:
-    explicit VqfFile(engines::ByteSink &sink) : m_sink(sink) { writeHeader(0); }
+    explicit VqfFile(files::ByteSink &sink) : m_sink(sink) { writeHeader(0); }
 
     void write(const Frame &frame)
     {
@@ -64,7 +64,7 @@ private:
         m_sink.write(bytes.data(), bytes.size());
     }
 
-    engines::ByteSink &m_sink;
+    files::ByteSink &m_sink;
     BitWriter m_frames;
     std::uint32_t m_dataBytes = 0;
 };
@@ -72,7 +72,7 @@ private:
 class VqfEncoder : public codecs::BlockEncoder
 {
 public:
-    VqfEncoder(const Tables &tables, int threads, engines::ByteSink &sink)
+    VqfEncoder(const Tables &tables, int threads, files::ByteSink &sink)
         : BlockEncoder(Channels, FrameSize), m_workers(threads), m_encoder(tables, m_workers), m_file(sink)
     {
         for (std::size_t n = 0; n < Pending; ++n)
@@ -162,7 +162,7 @@ std::shared_ptr<const codecs::EncoderRecipe> vqfRecipe(int threads)
             RunTimeFailure::CantCreateComponent,
             QStringLiteral("This build has no VQF encoder, since the system that it was built on "
                            "has no decoder for VQF"));
-    return codecs::makeRecipe({SampleRate, Channels}, [tables, threads](engines::ByteSink &sink) {
+    return codecs::makeRecipe({SampleRate, Channels}, [tables, threads](files::ByteSink &sink) {
         return std::make_unique<VqfEncoder>(*tables, threads, sink);
     });
 }

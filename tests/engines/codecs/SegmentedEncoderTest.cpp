@@ -196,7 +196,7 @@ public:
     class Joiner : public PieceJoiner
     {
     public:
-        explicit Joiner(engines::ByteSink &output) : m_output(output) {}
+        explicit Joiner(files::ByteSink &output) : m_output(output) {}
         void add(EncodedPiece &piece) override
         {
             const auto byte = static_cast<std::uint8_t>(static_cast<Encoded &>(piece).number);
@@ -205,7 +205,7 @@ public:
         void finish() override {}
 
     private:
-        engines::ByteSink &m_output;
+        files::ByteSink &m_output;
     };
 
     PiecePlan plan() const override { return {.warmUp = 2, .lookAhead = 1, .length = 8}; }
@@ -226,7 +226,7 @@ public:
         encoded->number = piece.number;
         return encoded;
     }
-    std::unique_ptr<PieceJoiner> joiner(engines::ByteSink &output) const override
+    std::unique_ptr<PieceJoiner> joiner(files::ByteSink &output) const override
     {
         return std::make_unique<Joiner>(output);
     }

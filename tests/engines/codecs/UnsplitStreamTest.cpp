@@ -17,7 +17,7 @@ constexpr PcmFormat Format{10, 1}; // a piece of it has 100 frames
 class ByteEncoder : public Encoder
 {
 public:
-    explicit ByteEncoder(engines::ByteSink &sink) : m_sink(sink) { putCount(); }
+    explicit ByteEncoder(files::ByteSink &sink) : m_sink(sink) { putCount(); }
 
     void encode(const qint16 *samples, qsizetype frames) override
     {
@@ -39,11 +39,11 @@ public:
 private:
     void putCount() { m_sink.write(&m_count, 1); }
 
-    engines::ByteSink &m_sink;
+    files::ByteSink &m_sink;
     std::uint8_t m_count = 0;
 };
 
-std::unique_ptr<Encoder> makeBytes(engines::ByteSink &sink, int)
+std::unique_ptr<Encoder> makeBytes(files::ByteSink &sink, int)
 {
     return std::make_unique<ByteEncoder>(sink);
 }
@@ -86,8 +86,7 @@ TEST(UnsplitStreamTest, failuresOfTheEncoderItsMakingAndTheSinkReachTheCaller)
     samples[150] = -1;
     EXPECT_EQ(failure(makeBytes, 2000), 1001) << "the earlier one";
     EXPECT_EQ(
-        failure([](engines::ByteSink &, int) -> std::unique_ptr<Encoder> { refuse(QStringLiteral("no")); },
-                0),
+        failure([](files::ByteSink &, int) -> std::unique_ptr<Encoder> { refuse(QStringLiteral("no")); }, 0),
         RunTimeFailure::InvalidCall);
 }
 
@@ -98,13 +97,10 @@ TEST(UnsplitStreamTest, theCallerGoesOnWhileTheEncoderWorks)
     class Slow : public ByteEncoder
     {
     public:
-        Slow(engines::ByteSink &sink, std::binary_semaphore &mayWork) : ByteEncoder(sink)
-        {
-            mayWork.acquire();
-        }
+        Slow(files::ByteSink &sink, std::binary_semaphore &mayWork) : ByteEncoder(sink) { mayWork.acquire(); }
     };
     testkit::MemorySink sink;
-    const auto recipe = makeBackgroundRecipe(Format, [&](engines::ByteSink &output, int) {
+    const auto recipe = makeBackgroundRecipe(Format, [&](files::ByteSink &output, int) {
         worker = std::this_thread::get_id();
         return std::make_unique<Slow>(output, mayWork);
     });

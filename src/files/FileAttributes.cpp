@@ -1,23 +1,21 @@
-#include "engines/tagfile/FileAttributes.h"
+#include "files/FileAttributes.h"
 
 #include <QFile>
 #include <QFileInfo>
-
-#ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
+
 #ifdef Q_OS_LINUX
 #include <sys/xattr.h>
 #endif
 
-namespace engines {
+namespace files {
 
 namespace {
 
 #ifdef Q_OS_LINUX
 /// Access lists and the attributes of programs.
-void takeExtendedAttributes(const char *from, const char *to)
+void takeExtendedAttributes(const char *from, int descriptor)
 {
     const ssize_t size = ::listxattr(from, nullptr, 0);
     if (size <= 0)
@@ -33,7 +31,8 @@ void takeExtendedAttributes(const char *from, const char *to)
             continue;
         QByteArray value(valueSize, '\0');
         if (::getxattr(from, name.constData(), value.data(), static_cast<size_t>(value.size())) == valueSize)
-            ::setxattr(to, name.constData(), value.constData(), static_cast<size_t>(value.size()), 0);
+            ::fsetxattr(descriptor, name.constData(), value.constData(), static_cast<size_t>(value.size()),
+                        0);
     }
 }
 #endif
@@ -47,27 +46,22 @@ bool isWritable(const QString &path)
     return file.isWritable() && (file.permissions() & Anybody);
 }
 
-void takeAttributes(const QString &from, const QString &to)
+void takeAttributes(const QString &from, int descriptor)
 {
-#ifdef Q_OS_UNIX
     const QByteArray source = QFile::encodeName(from);
-    const QByteArray target = QFile::encodeName(to);
     struct stat status
     {};
     if (::stat(source.constData(), &status) != 0)
         return;
     // The owner comes first, since a change of owner takes special permissions away.
-    if (::chown(target.constData(), status.st_uid, status.st_gid) != 0 &&
-        ::chown(target.constData(), static_cast<uid_t>(-1), status.st_gid) != 0) {
+    if (::fchown(descriptor, status.st_uid, status.st_gid) != 0 &&
+        ::fchown(descriptor, static_cast<uid_t>(-1), status.st_gid) != 0) {
         // not ours to give: the file belongs to who changed it
     }
-    ::chmod(target.constData(), status.st_mode & 07777);
-#else
-    QFile::setPermissions(to, QFile::permissions(from));
-#endif
+    ::fchmod(descriptor, status.st_mode & 07777);
 #ifdef Q_OS_LINUX
-    takeExtendedAttributes(source.constData(), target.constData());
+    takeExtendedAttributes(source.constData(), descriptor);
 #endif
 }
 
-} // namespace engines
+} // namespace files
