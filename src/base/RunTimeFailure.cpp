@@ -44,3 +44,21 @@ RunTimeFailure::RunTimeFailure(int number, QString description)
       m_description(std::move(description)),
       m_what(QStringLiteral("Run-time error '%1': %2").arg(number).arg(m_description).toUtf8())
 {}
+
+QString RunTimeFailure::reason() const
+{
+    switch (m_number) {
+    case DiskFull:
+        return QStringLiteral("the disk is full");
+    case PermissionDenied:
+        return QStringLiteral("permission denied");
+    case DeviceIoError:
+        return QStringLiteral("the disk reports an error");
+    case FileNotFound:
+        return QStringLiteral("the file is missing");
+    case PathNotFound:
+        return QStringLiteral("the folder is missing");
+    default:
+        return m_description.left(1).toLower() + m_description.mid(1);
+    }
+}

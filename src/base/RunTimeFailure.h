@@ -30,6 +30,8 @@ public:
 
     int number() const { return m_number; }
     const QString &description() const { return m_description; }
+    /// Why something couldn't be done, as the end of a sentence: "the disk is full".
+    QString reason() const;
     const char *what() const noexcept override { return m_what.constData(); }
 
 private:

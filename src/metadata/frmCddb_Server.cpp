@@ -39,6 +39,7 @@ void frmCddb::LoadServerSettings()
 void frmCddb::SaveServerSettings()
 {
     const SettingsStore &ini = m_parts.settings;
+    SettingsStore::Transaction save(ini);
     ini.write(Ini::UseProxy, tickText(chkProxy));
     ini.write(Ini::ProxyServer, txtServer->text());
     ini.write(Ini::ProxyPort, txtPort->text());
@@ -46,6 +47,7 @@ void frmCddb::SaveServerSettings()
     ini.write(Ini::ProxyUserName, txtUser->text());
     ini.write(Ini::ProxyPassword, txtPass->text());
     ini.write(Ini::Timeout, txtTime->text());
+    SkipFailures()([&] { save.commit(); });
 }
 
 void frmCddb::UpdateProxyControls()

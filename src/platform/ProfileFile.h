@@ -1,26 +1,22 @@
 #pragma once
 
-#include <QString>
-#include <optional>
+#include "files/WholeFile.h"
+#include "platform/Profile.h"
 
-/// Profile files: lines "[section]" and "key=value", 8-bit text, read and written as UTF-8.
-///
-/// Names are found without regard to letter case and blanks around them; of two equal sections or keys the
-/// first one counts. Comments (";"), lines of no meaning, bytes of no known character and the order of all
-/// lines stay as they are. Every call opens the file anew. Nothing here fails: reading gives the default,
-/// writing false.
+#include <functional>
+
+/// Profile files on the disk. Every call opens the file anew.
 namespace ProfileFile {
 
-/// The value without the blanks around it and without one pair of matching quotes round it; `defaultValue`
-/// where section or key is missing.
-QString value(const QString &section, const QString &key, const QString &defaultValue, const QString &file);
+/// What the file holds: no line where it is missing or can't be read.
+Profile read(const QString &path);
 
-/// Sets the value; removes the key where there is no value. File and section come into being as needed. The
-/// file is replaced as a whole under a lock, so that neither a crash nor a second copy of the program loses
-/// anything of it.
-bool setValue(const QString &section, const QString &key, const std::optional<QString> &value,
-              const QString &file);
+/// Changes a profile, and says who may read the file that holds it then.
+using Edit = std::function<files::Access(Profile &profile)>;
 
-bool removeSection(const QString &section, const QString &file);
+/// Does several changes as one: the file is replaced as a whole, under a lock that other runs of the program
+/// heed, or it stays as it was. What stays the same isn't written; a missing file comes into being. Raises
+/// the failures of writing, and 75 for text that the file's encoding can't keep.
+void change(const QString &path, const Edit &edit);
 
 } // namespace ProfileFile

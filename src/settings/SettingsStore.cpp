@@ -19,7 +19,43 @@ QString chosenFile(const ProgramPaths &paths, const QString &fileName)
     return withClosingSeparator(paths.SettingsFolder) + paths.ProgramBaseName + QStringLiteral(".ini");
 }
 
+void store(Profile &profile, const QString &section, const QString &key, const QString &value)
+{
+    const QString cleaned = trimBlanks(withoutNul(value));
+    if (key.isEmpty())
+        profile.removeSection(section);
+    else
+        profile.set(section, key, cleaned.isEmpty() ? std::nullopt : std::optional(cleaned));
+}
+
+files::Access accessTo(const Profile &profile)
+{
+    const bool secret =
+        !profile.value(Ini::ProxyPassword.section, Ini::ProxyPassword.key).value_or(QString()).isEmpty();
+    return secret ? files::Access::OwnerOnly : files::Access::AsUsual;
+}
+
 } // namespace
+
+SettingsStore::Transaction::Transaction(const SettingsStore &store) : m_store(store)
+{
+    store.m_transaction = this;
+}
+
+SettingsStore::Transaction::~Transaction()
+{
+    m_store.m_transaction = nullptr;
+}
+
+void SettingsStore::Transaction::commit()
+{
+    m_store.m_transaction = nullptr;
+    ProfileFile::change(m_store.SettingsFilePath(), [this](Profile &profile) {
+        for (const Change &change : m_changes)
+            store(profile, change.section, change.key, change.value);
+        return accessTo(profile);
+    });
+}
 
 QString SettingsStore::SettingsFilePath() const
 {
@@ -29,19 +65,23 @@ QString SettingsStore::SettingsFilePath() const
 QString SettingsStore::ReadIniValue(const QString &section, const QString &key, const QString &defaultValue,
                                     const QString &fileName) const
 {
-    const QString stored = ProfileFile::value(section, key, defaultValue, chosenFile(m_paths, fileName));
+    const Profile profile = ProfileFile::read(chosenFile(m_paths, fileName));
+    const QString stored = profile.value(section, key).value_or(defaultValue);
     return trimBlanks(withoutNul(stored.left(LongestValue)));
 }
 
 qint32 SettingsStore::WriteIniValue(const QString &section, const QString &key, const QString &value,
                                     const QString &fileName) const
 {
-    const QString cleaned = trimBlanks(withoutNul(value));
-    const QString file = chosenFile(m_paths, fileName);
-    if (key.isEmpty())
-        return ProfileFile::removeSection(section, file);
-    return ProfileFile::setValue(section, key, cleaned.isEmpty() ? std::nullopt : std::optional(cleaned),
-                                 file);
+    try {
+        ProfileFile::change(chosenFile(m_paths, fileName), [&](Profile &profile) {
+            store(profile, section, key, value);
+            return accessTo(profile);
+        });
+        return 1;
+    } catch (const RunTimeFailure &) {
+        return 0;
+    }
 }
 
 QString SettingsStore::read(const IniKey &key) const
@@ -51,7 +91,10 @@ QString SettingsStore::read(const IniKey &key) const
 
 void SettingsStore::write(const IniKey &key, const QString &value) const
 {
-    WriteIniValue(key.section, key.key, value, SettingsFilePath());
+    if (m_transaction)
+        m_transaction->m_changes.push_back({key.section, key.key, value});
+    else
+        WriteIniValue(key.section, key.key, value, SettingsFilePath());
 }
 
 bool SettingsStore::readYesUnlessNo(const IniKey &key) const

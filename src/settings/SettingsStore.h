@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
+class Profile;
 struct ProgramPaths;
 
 /// A key of settings.ini and what its readers take where it is missing.
@@ -22,10 +24,34 @@ struct IniKey
 };
 
 /// settings.ini, the only store of options. Nothing of it is kept in memory: each call opens the file. No
-/// failure is ever shown.
+/// failure of a single reading or writing is ever shown. A file that holds a password can be read by its
+/// owner alone.
 class SettingsStore
 {
 public:
+    /// While it lives, what is written to the store is gathered; readers see nothing of it. `commit` stores
+    /// all of that together or, where it raises a failure, nothing. Without `commit` nothing is stored. One
+    /// at a time.
+    class Transaction
+    {
+    public:
+        explicit Transaction(const SettingsStore &store);
+        ~Transaction();
+        Transaction(const Transaction &) = delete;
+        Transaction &operator=(const Transaction &) = delete;
+        void commit();
+
+    private:
+        friend class SettingsStore;
+        struct Change
+        {
+            QString section, key, value;
+        };
+
+        const SettingsStore &m_store;
+        std::vector<Change> m_changes;
+    };
+
     /// `paths` must outlive the store.
     explicit SettingsStore(const ProgramPaths &paths) : m_paths(paths) {}
 
@@ -59,4 +85,5 @@ private:
     bool readYesUnlessNo(const IniKey &key) const;
 
     const ProgramPaths &m_paths;
+    mutable Transaction *m_transaction = nullptr;
 };

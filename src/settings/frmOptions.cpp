@@ -1,6 +1,7 @@
 #include "settings/frmOptions.h"
 
 #include "base/Numbers.h"
+#include "base/RunTimeFailure.h"
 #include "platform/Dialogs.h"
 #include "settings/ListLook.h"
 
@@ -142,12 +143,21 @@ void frmOptions::cmdSave_Click()
 {
     if (!ValidateBitRates() || !hasWmaSampleRate())
         return;
+    SettingsStore::Transaction save(m_store);
     saveMp3Page();
     saveWmaPage();
     saveOggPage();
     saveFoldersPage();
     SaveListLook(m_store, *lvwTracks);
     saveOtherPage();
+    try {
+        save.commit();
+    } catch (const RunTimeFailure &failure) {
+        desktop().dialogs.messageBox(
+            this, {.text = QStringLiteral("The settings can't be saved: %1.").arg(failure.reason()),
+                   .icon = BoxIcon::Exclamation});
+        return;
+    }
     showInformation(QStringLiteral("Settings are saved sucessfully!"));
 }
 

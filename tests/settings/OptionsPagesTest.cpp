@@ -1,4 +1,7 @@
 #include "OptionsFixture.h"
+#include "testkit/faults/Faults.h"
+
+#include <cerrno>
 
 namespace {
 
@@ -62,6 +65,28 @@ TEST_F(OptionsTest, whatIsStoredComesUpAndIsSavedAsItWas)
         EXPECT_EQ(system.log.calls(), QStringList()); // Save leaves the encoders alone
     });
     EXPECT_EQ(ini(), QString::fromUtf8(stored));
+}
+
+TEST_F(OptionsTest, aSaveThatFailsSaysWhyAndLeavesTheFileAlone)
+{
+    writeIni(NothingDefault);
+    const std::pair<int, const char *> failures[] = {
+        {ENOSPC, "the disk is full"}, {EROFS, "permission denied"}, {EIO, "the disk reports an error"}};
+    for (const auto &[error, reason] : failures) {
+        for (const char *button : {"cmdSave", "cmdOK"}) {
+            open([&, button = button, error = error, reason = reason] {
+                press("cmdDefault");
+                system.dialogs.expectWholeBox(
+                    {.text =
+                         QStringLiteral("The settings can't be saved: %1.").arg(QLatin1StringView(reason)),
+                     .icon = BoxIcon::Exclamation});
+                faults::arm(system.folder().toStdString(), faults::Call::Flush, 1, error);
+                press(button);
+                EXPECT_TRUE(faults::disarm());
+            });
+            EXPECT_EQ(ini(), QString::fromUtf8(NothingDefault));
+        }
+    }
 }
 
 TEST_F(OptionsTest, cancelEscapeAndTheCloseBoxWriteNothing)

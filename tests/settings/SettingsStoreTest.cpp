@@ -7,6 +7,7 @@
 #include "settings/WindowsVersion.h"
 #include "testkit/Printing.h"
 #include "testkit/TestDesktop.h"
+#include "testkit/faults/Faults.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -67,6 +68,43 @@ TEST_F(SettingsStoreTest, anEmptyKeyRemovesTheSectionAndAnEmptyFileNameMeansTheP
     EXPECT_TRUE(QFile::exists(system.folder() + QStringLiteral("/tonelift.ini")));
     EXPECT_EQ(store.ReadIniValue(QStringLiteral("A"), QStringLiteral("X"), QString(), QString()),
               QStringLiteral("5"));
+}
+
+TEST_F(SettingsStoreTest, aTransactionStoresEverythingAtOnceOrNothing)
+{
+    writeFile("[Other]\nIKnow=True\n");
+    {
+        const SettingsStore::Transaction dropped(store);
+        store.write(Ini::Timeout, QStringLiteral("5"));
+    }
+    EXPECT_EQ(content(), "[Other]\nIKnow=True\n");
+    SettingsStore::Transaction transaction(store);
+    store.write(Ini::Timeout, QStringLiteral("5"));
+    store.write(Ini::IKnow, QString());
+    store.write(Ini::SaveID3, QStringLiteral("False"));
+    EXPECT_EQ(store.read(Ini::Timeout), QStringLiteral("30"));
+    faults::arm(system.folder().toStdString());
+    transaction.commit();
+    faults::disarm();
+    EXPECT_EQ(content(), "[Other]\nSaveID3=False\n[Proxy]\nTimeout=5\n");
+    const QByteArray calls = QByteArray::fromStdString(faults::calls());
+    EXPECT_EQ(calls.count("flush"), 2) << calls.data(); // the file and its folder
+}
+
+TEST_F(SettingsStoreTest, aPasswordIsForItsOwnerAlone)
+{
+    writeFile("[Proxy]\nProxy Password=secret\n");
+    constexpr auto Owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    constexpr auto Everybody = Owner | QFile::ReadGroup | QFile::ReadOther;
+    ASSERT_TRUE(QFile::setPermissions(system.settingsFile(), Everybody));
+    store.write(Ini::ProxyPassword, QStringLiteral("secret")); // the text stays as it is
+    EXPECT_EQ(QFile::permissions(system.settingsFile()), Owner);
+    store.write(Ini::ProxyPassword, QString());
+    store.write(Ini::Timeout, QStringLiteral("5"));
+    EXPECT_EQ(QFile::permissions(system.settingsFile()), Owner); // permissions stay
+    ASSERT_TRUE(QFile::setPermissions(system.settingsFile(), Everybody));
+    store.write(Ini::Timeout, QStringLiteral("6"));
+    EXPECT_EQ(QFile::permissions(system.settingsFile()), Everybody);
 }
 
 TEST_F(SettingsStoreTest, optionsAreYesUnlessTheTextSaysNo)
