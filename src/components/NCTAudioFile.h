@@ -36,6 +36,8 @@ public:
 
     virtual void OpenRead(const QString &path) = 0; // 1
     virtual void CloseFile() = 0;                   // 2, also on an instance that isn't open
+    /// Ends the writing of a file that is to leave nothing behind.
+    virtual void DropFile() = 0;
     /// Creates the file in the output format last set; the path's extension agrees with it.
     virtual void OpenWrite(const QString &path) = 0;             // 3
     virtual void WriteSamples(const QList<qint16> &samples) = 0; // 4

@@ -5,7 +5,8 @@
 
 /// Turns a WAV file into a VQF file. `VqfEncode` returns at once; `VqfProgress` tells the percentage and
 /// arrives on the thread that owns the object. 100 means that the file stands whole under its name. A file
-/// that can't be converted reports no 100. The number behind each operation is its dispatch id.
+/// that can't be converted reports no 100, but why, as the end of a sentence. The number behind each
+/// operation is its dispatch id.
 class VEnc : public QObject
 {
     Q_OBJECT
@@ -20,4 +21,5 @@ public:
 
 Q_SIGNALS:
     void VqfProgress(qint32 percent); // slot 9; may go above 100
+    void VqfFailed(const QString &reason);
 };

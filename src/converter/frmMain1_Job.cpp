@@ -11,6 +11,7 @@
 #include "settings/Folders.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <algorithm>
 
@@ -152,25 +153,29 @@ void frmMain1::ConvertOneFile(const QString &source, const QString &destination)
 {
     CreateDirectoryPath(desktop().dialogs, this, ExtractPath(destination));
     setCursor(Qt::WaitCursor);
+    const auto release = qScopeGuard([this] { unsetCursor(); });
     UpdateProgress(0);
     if (isUnloaded())
         return;
+    const auto closeSource = qScopeGuard([this] { FileR->CloseFile(); });
     FileR->OpenRead(source);
     if (FileR->Status() >= 0) {
         m_Status.InputFormat = FileR->FormatString();
         skInputFormat->setText(m_Status.InputFormat);
         FileW->OpenWrite(destination);
         if (FileW->Status() >= 0) {
+            // A part that is of no use goes at once, and not with the window or the next file.
+            auto drop = qScopeGuard([this] { FileW->DropFile(); });
             const qint32 channels = FileR->ChannelCount();
             FileW->SetInputFormat(FileR->SampleRate(), channels);
             pumpSamples();
-            // What a stop leaves doesn't take the place of the source itself; the writer drops it.
-            if (m_bConverting || !isSameFile(source, destination))
+            // What a stop leaves doesn't take the place of the source itself.
+            if (m_bConverting || !isSameFile(source, destination)) {
+                drop.dismiss();
                 FileW->CloseFile();
+            }
         }
     }
-    FileR->CloseFile();
-    unsetCursor();
 }
 
 /// Takes the audio across, a second at a time, until the source or the job ends.

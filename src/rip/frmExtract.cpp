@@ -23,8 +23,10 @@ frmExtract::frmExtract(const Desktop &desktop, const Parts &parts, std::unique_p
     Timer1.setInterval(500);
     attach(&Timer1, &QTimer::timeout, [this] { Timer1_Timer(); });
     attach(cmdCancel, &QPushButton::clicked, [this] { cmdCancel_Click(); });
-    if (VEnc1)
+    if (VEnc1) {
         attach(VEnc1.get(), &VEnc::VqfProgress, [this](qint32 percent) { VqfProgress(percent); });
+        attach(VEnc1.get(), &VEnc::VqfFailed, [this](const QString &reason) { VqfFailed(reason); });
+    }
     centerOnScreen();
     txtStatus->clear();
     Timer1.start();

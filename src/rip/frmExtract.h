@@ -60,6 +60,7 @@ private:
     void StartVqfPass();
     void setVqfFiles();
     void VqfProgress(qint32 percent);
+    void VqfFailed(const QString &reason);
     void finishVqfFile();
 
     void addToStatus(const QString &line);

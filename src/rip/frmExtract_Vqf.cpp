@@ -59,6 +59,13 @@ void frmExtract::VqfProgress(qint32 percent)
         finishVqfFile();
 }
 
+/// The pass ends here; the window stays open for its reader.
+void frmExtract::VqfFailed(const QString &reason)
+{
+    addToStatus(
+        QStringLiteral("%1 can't be converted: %2.").arg(ExtractFile(m_asVqfFiles[m_iVqfIndex]), reason));
+}
+
 void frmExtract::finishVqfFile()
 {
     showFilesDone(prgTotal->value() + 1);

@@ -147,16 +147,16 @@ TEST_F(JobTest, aFileThatFailsIsPassedOverAndCounted)
         const char *what;
         std::function<void(FakeNCTAudioFile &reader, FakeNCTAudioFile &writer, const QString &destination)>
             arrange;
-        bool closed; ///< whether both are closed, or the failure left the routine at once
+        bool dropped; ///< what was being written
     };
     const QString source = u"/in/bad.mp3"_s;
     const Case cases[] = {
-        {"no such source", [&](auto &reader, auto &, auto &) { reader.sources.remove(source); }, true},
-        {"unwritable", [](auto &, auto &writer, auto &path) { writer.unwritable.append(path); }, true},
-        {"broken in its middle", [](auto &reader, auto &, auto &) { failAtRead(reader, 2); }, false},
-        {"no duration", [&](auto &reader, auto &, auto &) { reader.sources[source].seconds = 0; }, false},
+        {"no such source", [&](auto &reader, auto &, auto &) { reader.sources.remove(source); }, false},
+        {"unwritable", [](auto &, auto &writer, auto &path) { writer.unwritable.append(path); }, false},
+        {"broken in its middle", [](auto &reader, auto &, auto &) { failAtRead(reader, 2); }, true},
+        {"no duration", [&](auto &reader, auto &, auto &) { reader.sources[source].seconds = 0; }, true},
         {"a second that no number holds",
-         [&](auto &reader, auto &, auto &) { reader.sources[source].rate = 1500000000; }, false},
+         [&](auto &reader, auto &, auto &) { reader.sources[source].rate = 1500000000; }, true},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.what);
@@ -166,7 +166,9 @@ TEST_F(JobTest, aFileThatFailsIsPassedOverAndCounted)
         convert();
         EXPECT_EQ(written(u"bad.wav"_s), u"-"_s);
         const QStringList calls = system.log.take();
-        EXPECT_EQ(calls.contains(u"FileR.CloseFile"_s), c.closed);
+        EXPECT_EQ(calls.last(), u"FileR.CloseFile"_s);
+        EXPECT_EQ(calls.contains(u"FileW.DropFile"_s), c.dropped);
+        EXPECT_EQ(window->cursor().shape(), Qt::ArrowCursor);
         EXPECT_FALSE(calls.contains(u"FileW.CloseFile"_s)); // nothing half done gets its name
         EXPECT_EQ(text(u"skConvertedFiles"_s), u"1"_s);
         window->unload();

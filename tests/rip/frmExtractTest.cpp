@@ -341,6 +341,11 @@ TEST_F(frmExtractTest, aVqfJobTurnsItsFilesOneByOneAndOpensTheFolderInAnyCase)
         EXPECT_EQ(at<QProgressBar>("prgTrack")->value(), 0);
         EXPECT_FALSE(QFile::exists(host.folder + QStringLiteral("a.wav")));
         EXPECT_TRUE(QFile::exists(host.folder + QStringLiteral("b.WAV")));
+        Q_EMIT vqf->VqfFailed(QStringLiteral("the disk is full"));
+        EXPECT_TRUE(at<QPlainTextEdit>("txtStatus")
+                        ->toPlainText()
+                        .startsWith(QStringLiteral("b.WAV can't be converted: the disk is full.\n")));
+        EXPECT_TRUE(window->isVisible());
         system.dialogs.expectWholeBox({.text = completed, .title = completed});
         Q_EMIT vqf->VqfProgress(100);
         EXPECT_FALSE(window->isVisible());

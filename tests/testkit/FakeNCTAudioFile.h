@@ -45,6 +45,7 @@ public:
         m_format = m_open ? QStringLiteral("Format of ") + path : QString();
     }
 
+    void DropFile() override { begin(QStringLiteral("DropFile"), {}); }
     void CloseFile() override
     {
         begin(QStringLiteral("CloseFile"), {});

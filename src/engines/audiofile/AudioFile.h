@@ -9,9 +9,9 @@
 namespace audiofile {
 
 /// Files that are read are decoded ahead in a thread. Files that are written take their name when `CloseFile`
-/// finishes them; one that met a failure, or that another `OpenWrite` or the end of the object overtakes, is
-/// dropped. All calls come from one thread, whose events without user input go on while `CloseFile` waits for
-/// the encoders and the disk.
+/// finishes them; one that met a failure, or that `DropFile`, another `OpenWrite` or the end of the object
+/// overtakes, is dropped. All calls come from one thread, whose events without user input go on while
+/// `CloseFile` waits for the encoders and the disk.
 class AudioFile final : public NCTAudioFile
 {
 public:
@@ -19,6 +19,7 @@ public:
 
     void OpenRead(const QString &path) override;
     void CloseFile() override;
+    void DropFile() override { m_target.reset(); }
     void OpenWrite(const QString &path) override;
     void WriteSamples(const QList<qint16> &samples) override;
     QList<qint16> ReadSamples(qint32 count) override;

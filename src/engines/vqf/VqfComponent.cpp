@@ -69,21 +69,28 @@ void VqfComponent::VqfEncode()
     stop();
     const int job = ++m_job;
     m_thread = std::thread([this, job, recipe, input = m_input, output = m_output] {
-        const auto report = [this, job](qint32 percent) {
-            QMetaObject::invokeMethod(
-                this,
-                [this, job, percent] {
-                    if (job == m_job) // what an ended conversion still had to say is of no interest
-                        Q_EMIT VqfProgress(percent);
-                },
-                Qt::QueuedConnection);
+        // What an ended conversion still had to say is of no interest.
+        const auto tell = [this, job](const std::function<void()> &signal) {
+            const auto unlessEnded = [this, job, signal] {
+                if (job == m_job)
+                    signal();
+            };
+            QMetaObject::invokeMethod(this, unlessEnded, Qt::QueuedConnection);
         };
+        const auto report = [&](qint32 percent) { tell([this, percent] { Q_EMIT VqfProgress(percent); }); };
+        const auto fail = [&](const QString &reason) { tell([this, reason] { Q_EMIT VqfFailed(reason); }); };
         try {
             WavReader reader(input);
-            if (reader.isOpen() && convert(reader, output, *recipe, m_stopping, report))
+            if (!reader.isOpen())
+                fail(QStringLiteral("it is no WAV file that can be read"));
+            else if (convert(reader, output, *recipe, m_stopping, report))
                 report(100);
+            else
+                fail(QStringLiteral("its sound ends too early"));
+        } catch (const RunTimeFailure &failure) {
+            fail(failure.reason());
         } catch (const std::exception &) {
-            // A file that can't be converted never reaches 100; nothing else tells it.
+            fail(QStringLiteral("there is not enough memory"));
         }
     });
 }

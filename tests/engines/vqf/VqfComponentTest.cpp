@@ -201,6 +201,21 @@ TEST_F(VqfComponentTest, ofASourceThatShrinksMeanwhileNothingIsMade)
     EXPECT_FALSE(progress.contains(100));
 }
 
+TEST_F(VqfComponentTest, whatCantBeConvertedSaysWhy)
+{
+    QStringList reasons;
+    QObject::connect(&component, &VEnc::VqfFailed, &component,
+                     [&](const QString &reason) { reasons.append(reason); });
+    start("ID3 this is something else altogether, but long enough to hold a header");
+    ASSERT_TRUE(waitFor([&] { return reasons.size() == 1; }));
+    output = folder.filePath(QStringLiteral("missing/a.vqf"));
+    start(wavFile({}));
+    ASSERT_TRUE(waitFor([&] { return reasons.size() == 2; }));
+    EXPECT_EQ(reasons, (QStringList{QStringLiteral("it is no WAV file that can be read"),
+                                    QStringLiteral("the folder is missing")}));
+    EXPECT_TRUE(progress.isEmpty());
+}
+
 TEST_F(VqfComponentTest, endsAtOnceWithItsOwner)
 {
     auto owned = std::make_unique<vqf::VqfComponent>();
