@@ -53,7 +53,7 @@ TEST_F(AboutTest, theBoxTellsProgramAddressesAndSystem)
 {
     EXPECT_EQ(about()->windowTitle(), QStringLiteral("About Tonelift"));
     EXPECT_EQ(text("lblTitle") + u' ' + text("lblVersion"),
-              u"Tonelift Version " + Deployment::ProductVersion);
+              QStringLiteral("Tonelift Version ") + Deployment::ProductVersion);
     EXPECT_EQ(text("LabelSys"), QStringLiteral("Windows Vista"));
     auto *internet = control<LinkLabel>(*about(), QStringLiteral("lblInternet"));
     auto *support = control<LinkLabel>(*about(), QStringLiteral("lblSupport"));

@@ -89,7 +89,7 @@ protected:
 TEST_F(frmMainTest, theStartReadsTheFirstDiscAndThenTheSettings)
 {
     start();
-    EXPECT_EQ(form->windowTitle(), u"Tonelift - Version " + Deployment::ProductVersion);
+    EXPECT_EQ(form->windowTitle(), QStringLiteral("Tonelift - Version ") + Deployment::ProductVersion);
     auto *devices = at<DropDownList>(QStringLiteral("cboDevices"));
     EXPECT_EQ(devices->currentText(), QStringLiteral("/dev/sr0: MAKER Model 5"));
     EXPECT_EQ(name(3), QStringLiteral("Track03.mp3"));
