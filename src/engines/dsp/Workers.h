@@ -20,7 +20,6 @@ public:
     Workers(const Workers &) = delete;
     Workers &operator=(const Workers &) = delete;
 
-    int threads() const { return static_cast<int>(m_helpers.size()) + 1; }
     /// Calls `part` with 0 to parts - 1; returns when all have. The parts don't throw.
     void run(int parts, const Part &part);
 

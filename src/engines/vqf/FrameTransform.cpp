@@ -47,21 +47,6 @@ void FrameTransform<Real>::analyse(const WindowShape &shape, const Real *samples
     }
 }
 
-template <typename Real>
-void FrameTransform<Real>::synthesize(const WindowShape &shape, const Real *spectrum, Real *samples)
-{
-    const TypeLayout &layout = Layouts[shape.type];
-    const int size = layout.blockSize;
-    const Real scale = 1 / std::sqrt(static_cast<Real>(size));
-    for (int block = 0; block < layout.blocks; ++block) {
-        m_transforms[shape.type].inverse(spectrum + block * size, m_block.data());
-        applyWindow(shape, block, m_block.data());
-        Real *start = samples + firstSample(layout, block);
-        for (int n = 0; n < 2 * size; ++n)
-            start[n] += m_block[n] * scale;
-    }
-}
-
 template class FrameTransform<float>;
 template class FrameTransform<double>;
 

@@ -18,8 +18,6 @@ public:
 
     /// `sines` receives the sine counterparts, up to their signs, unless it's null.
     void analyse(const WindowShape &shape, const Real *samples, Real *cosines, Real *sines = nullptr);
-    /// Adds the frame's windowed contribution to the samples.
-    void synthesize(const WindowShape &shape, const Real *spectrum, Real *samples);
 
 private:
     std::array<dsp::Mdct<Real>, BlockTypes> m_transforms;

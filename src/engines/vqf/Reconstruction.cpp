@@ -98,11 +98,6 @@ double peakGainValue(int gain)
     return expanded(midpoint(gain, 127, 25000), 25000, 200) / 8192;
 }
 
-double blockGainShare(int blockGain)
-{
-    return blockGainValue(blockGain) / blockGainValue(31);
-}
-
 DecodedLsp decodeLsp(const Tables &tables, const ChannelFields &fields, const Lsp &last)
 {
     constexpr std::array<int, LspSplits> ends{4, 9, 14, 20};

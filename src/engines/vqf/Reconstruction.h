@@ -15,8 +15,6 @@ namespace vqf {
 double gainValue(BlockType type, int gain, int blockGain);
 /// The gain factor of the peaks' shape.
 double peakGainValue(int gain);
-/// What the block gain alone contributes, relative to its largest value.
-double blockGainShare(int blockGain);
 
 /// What one frame of a channel leaves behind for the next.
 struct ChannelHistory

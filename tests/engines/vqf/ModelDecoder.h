@@ -1,8 +1,10 @@
 #pragma once
 
 #include "engines/dsp/DecoderProbe.h"
-#include "engines/vqf/FrameTransform.h"
+#include "engines/dsp/Mdct.h"
 #include "engines/vqf/Reconstruction.h"
+
+#include <cmath>
 
 /// Plays frames as the format says, by our own code. Samples are in 16-bit units, left and right; sample 0 is
 /// the first one that a decoder gives, and there is none before it.
@@ -15,7 +17,6 @@ public:
     {
         using namespace vqf;
         SpectrumDecoder decoder(*measuredTables());
-        FrameTransform<double> transform;
         // Two frames of run-in come before the first sample.
         constexpr int RunIn = 2 * FrameSize;
         Samples samples;
@@ -27,10 +28,8 @@ public:
             const auto spectra = decoder.decode(frames[k]);
             const auto start =
                 static_cast<std::size_t>(regionStart(static_cast<long long>(k)) + RunIn - FrameSize / 2);
-            for (int c = 0; c < Channels; ++c) {
-                const std::vector<double> spectrum(spectra[c].begin(), spectra[c].end());
-                transform.synthesize(shape, spectrum.data(), samples[c].data() + start);
-            }
+            for (int c = 0; c < Channels; ++c)
+                addFrame(shape, spectra[c], samples[c].data() + start);
         }
         for (auto &channel : samples) {
             channel.erase(channel.begin(), channel.begin() + RunIn);
@@ -42,6 +41,28 @@ public:
             samples[1][n] = mid - side;
         }
         return samples;
+    }
+
+private:
+    /// Adds a frame's windowed contribution to the 2 * FrameSize samples in whose middle half its region
+    /// lies.
+    static void addFrame(const vqf::WindowShape &shape, const std::vector<float> &spectrum, double *samples)
+    {
+        const vqf::TypeLayout &layout = vqf::Layouts[shape.type];
+        const int size = layout.blockSize;
+        dsp::Mdct<double> transform(size);
+        std::vector<double> block(2 * size);
+        for (int n = 0; n < layout.blocks; ++n) {
+            const std::vector<double> coefficients(spectrum.begin() + n * size,
+                                                   spectrum.begin() + (n + 1) * size);
+            transform.inverse(coefficients.data(), block.data());
+            const bool first = n == 0, last = n == layout.blocks - 1;
+            dsp::applyLeftSlope(block.data(), size, first ? shape.leftSlope : layout.innerSlope);
+            dsp::applyRightSlope(block.data(), size, last ? shape.rightSlope : layout.innerSlope);
+            double *start = samples + vqf::FrameSize / 2 + n * size - size / 2;
+            for (int i = 0; i < 2 * size; ++i)
+                start[i] += block[i] / std::sqrt(size);
+        }
     }
 };
 
