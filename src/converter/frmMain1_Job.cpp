@@ -178,7 +178,7 @@ void frmMain1::ConvertOneFile(const QString &source, const QString &destination)
     }
 }
 
-/// Takes the audio across, a second at a time, until the source or the job ends.
+/// Takes the audio across, in pieces of at most a second, until the source or the job ends.
 void frmMain1::pumpSamples()
 {
     const double rate = FileR->SampleRate();

@@ -45,38 +45,40 @@ void DiscWatch::readDisc()
 {
     m_controls.Timer1.stop();
     m_controls.lvwTracks.clearRows();
-    if (!m_engine.SelectDrive(static_cast<qint16>(m_controls.cboDevices.listIndex()))) {
-        m_engine.LastError();
-    } else {
+    if (m_engine.SelectDrive(static_cast<qint16>(m_controls.cboDevices.listIndex()))) {
         FillSpeeds();
-        if (m_engine.DiscReady()) {
-            m_bDiscGone = false;
-            const qint16 count = m_engine.TrackCount();
-            m_discInfo.DiscSeconds = 0;
-            for (qint16 track = 1; track <= count; ++track)
-                readTrack(track);
-            if (count > 0)
-                m_controls.lvwTracks.selectRow(1);
-            m_discInfo.DiscSeconds = toInt32((m_discInfo.DiscSeconds + LeadIn) / SectorsASecond);
-        }
+        if (m_engine.DiscReady())
+            readTracks();
     }
     m_controls.Timer1.start();
     m_offerDiscLookup();
 }
 
-void DiscWatch::readTrack(qint16 track)
+void DiscWatch::readTracks()
+{
+    m_bDiscGone = false;
+    const qint16 count = m_engine.TrackCount();
+    m_discInfo.DiscSeconds = 0;
+    qint32 sectors = LeadIn;
+    for (qint16 track = 1; track <= count; ++track)
+        sectors += readTrack(track);
+    if (count > 0)
+        m_controls.lvwTracks.selectRow(1);
+    m_discInfo.DiscSeconds = toInt32(sectors / SectorsASecond);
+}
+
+/// Lists a track of whatever kind. Its length in sectors.
+qint32 DiscWatch::readTrack(qint16 track)
 {
     const qint32 start = m_engine.TrackStart(track);
     const qint32 length = m_engine.TrackLength(track);
     const QString offset = QString::number(start + LeadIn);
     m_discInfo.TrackOffsets = track == 1 ? offset : m_discInfo.TrackOffsets + ListSeparator + offset;
-    m_discInfo.DiscSeconds += length; // sectors until the whole disc has been read
-    m_engine.IsAudioTrack(track); // both facts are asked and not shown: a data track is listed like any other
-    m_engine.TrackFlag(track);
     const QString number = twoDigits(track);
     m_controls.lvwTracks.addRow({QString(), number, QStringLiteral("Track") + number + m_extension(),
                                  m_engine.SectorsToTime(start), m_engine.SectorsToTime(start + length),
                                  m_engine.SectorsToTime(length)});
+    return length;
 }
 
 void DiscWatch::FillSpeeds()

@@ -38,7 +38,8 @@ public:
 
 private:
     void readDisc();
-    void readTrack(qint16 track);
+    void readTracks();
+    qint32 readTrack(qint16 track);
     void FillSpeeds();
 
     CDRipperX &m_engine;

@@ -108,6 +108,7 @@ TEST_F(DiscWatchTest, aFailureEndsTheReadingAndTheWatch)
     engine.failAtTrackStart = 2;
     system.dialogs.expectWholeBox({.text = QStringLiteral("Error# 57 Device I/O error")});
     watch.cboDevices_Click();
+    EXPECT_EQ(disc.DiscSeconds, 0); // and not what was counted until then
     EXPECT_FALSE(timer.isActive());
     EXPECT_FALSE(system.log.take().contains(QStringLiteral("offer")));
     engine.failAtTrackStart = 0;

@@ -6,7 +6,7 @@ namespace audiofile {
 
 ReadAhead::ReadAhead(std::unique_ptr<AudioSource> source)
     : m_source(std::move(source)),
-      // The reader takes a second at a time; so the next one is being made meanwhile.
+      // Two seconds of sound: more than any reader takes at once, so that the next is being made meanwhile.
       m_mostValues(2 * static_cast<std::size_t>(m_source->format().rate) *
                    static_cast<std::size_t>(m_source->format().channels)),
       m_thread([this] { decode(); })
