@@ -83,6 +83,8 @@ protected:
     }
 
 private:
+    friend class FormPart; // shares the handlers' rules with the window's parts
+
     void load();
 
     const Desktop m_desktop;

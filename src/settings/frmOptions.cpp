@@ -1,9 +1,13 @@
 #include "settings/frmOptions.h"
 
-#include "base/Numbers.h"
 #include "base/RunTimeFailure.h"
 #include "platform/Dialogs.h"
-#include "settings/ListLook.h"
+#include "settings/OptionsAppearance.h"
+#include "settings/OptionsFolders.h"
+#include "settings/OptionsMp3.h"
+#include "settings/OptionsOgg.h"
+#include "settings/OptionsOther.h"
+#include "settings/OptionsWma.h"
 
 #include <QKeyEvent>
 
@@ -11,82 +15,62 @@ frmOptions::frmOptions(const Desktop &desktop) : FormOf(desktop), m_store(deskto
 {
     setupUi(this);
     setCancelButton(cmdCancel);
-    addTabs();
+    tbsOptions->setExpanding(false);
+    m_mp3 = addPage<OptionsMp3>(
+        {QStringLiteral("MP3"), QStringLiteral("MP3"), QStringLiteral("Set Options for MP3")});
+    m_wma = addPage<OptionsWma>(
+        {QStringLiteral("WMA"), QStringLiteral("WMA"), QStringLiteral("Set Options for WMA")});
+    m_ogg = addPage<OptionsOgg>(
+        {QStringLiteral("OGG Vorbis"), QStringLiteral("OGG"), QStringLiteral("Set Options for OGG")});
+    addPage<OptionsFolders>({QStringLiteral("Output Folders"), QStringLiteral("Other"),
+                             QStringLiteral("Set Options for Output Folder")});
+    addPage<OptionsAppearance>(
+        {QStringLiteral("Appearance"), QStringLiteral("Advanced"), QStringLiteral("Set Advanced Options")});
+    addPage<OptionsOther>({QStringLiteral("Other"), {}, {}});
+    // The buttons come behind the pages, whose controls were added behind them.
+    QWidget *last = previousInFocusChain();
+    for (QPushButton *button : {cmdDefault, cmdSave, cmdOK, cmdCancel}) {
+        setTabOrder(last, button);
+        last = button;
+    }
     attach(tbsOptions, &QTabBar::currentChanged, [this] { tbsOptions_Click(); });
     attach(cmdDefault, &QPushButton::clicked, [this] { cmdDefault_Click(); });
     attach(cmdSave, &QPushButton::clicked, [this] { cmdSave_Click(); });
     attach(cmdOK, &QPushButton::clicked, [this] { cmdOK_Click(); });
     attach(cmdCancel, &QPushButton::clicked, [this] { cmdCancel_Click(); });
-
-    attachClick(optCBR, [this] { UpdateMP3Controls(); });
-    attachClick(optVBR, [this] { UpdateMP3Controls(); });
-    attachClick(cboBitRate, [this] { cboBitRate_Click(); });
-    attachClick(optStereo, [this] { FillWMASampleRates(GetWMABitRate()); });
-    attachClick(optMono, [this] { FillWMASampleRates(GetWMABitRate()); });
-    attachClick(chkUseAdvanced, [this] { chkUseAdvanced_Click(); });
-    attach(cmdMP3Folder, &QPushButton::clicked, [this] { cmdMP3Folder_Click(); });
-    attach(cmdWAVFolder, &QPushButton::clicked, [this] { cmdWAVFolder_Click(); });
-    attach(cmdWMAFolder, &QPushButton::clicked, [this] { cmdWMAFolder_Click(); });
-    attach(cmdVQFFolder, &QPushButton::clicked, [this] { cmdVQFFolder_Click(); });
-    attach(cmdOGGFolder, &QPushButton::clicked, [this] { cmdOGGFolder_Click(); });
-    attachClick(chkGridLine, [this] { chkGridLine_Click(); });
-    attach(cmdBackColor, &QPushButton::clicked, [this] { cmdBackColor_Click(); });
-    attach(cmdForeColor, &QPushButton::clicked, [this] { cmdForeColor_Click(); });
-    attach(cmdFont, &QPushButton::clicked, [this] { cmdFont_Click(); });
     centerOnScreen();
 }
 
-void frmOptions::addTabs()
+template <typename Page>
+Page *frmOptions::addPage(const Tab &tab)
 {
-    struct Tab
-    {
-        QString caption, key, tip;
-    };
-    const Tab tabs[] = {
-        {QStringLiteral("MP3"), QStringLiteral("MP3"), QStringLiteral("Set Options for MP3")},
-        {QStringLiteral("WMA"), QStringLiteral("WMA"), QStringLiteral("Set Options for WMA")},
-        {QStringLiteral("OGG Vorbis"), QStringLiteral("OGG"), QStringLiteral("Set Options for OGG")},
-        {QStringLiteral("Output Folders"), QStringLiteral("Other"),
-         QStringLiteral("Set Options for Output Folder")},
-        {QStringLiteral("Appearance"), QStringLiteral("Advanced"), QStringLiteral("Set Advanced Options")},
-        {QStringLiteral("Other"), {}, {}},
-    };
-    tbsOptions->setExpanding(false);
-    for (const Tab &tab : tabs) {
-        const int index = tbsOptions->addTab(tab.caption);
-        tbsOptions->setTabData(index, tab.key);
-        tbsOptions->setTabToolTip(index, tab.tip);
-    }
+    auto *const page = new Page(*this, m_store);
+    stkOptions->addWidget(page);
+    m_pages.append(page);
+    const int index = tbsOptions->addTab(tab.caption);
+    tbsOptions->setTabData(index, tab.key);
+    tbsOptions->setTabToolTip(index, tab.tip);
+    return page;
 }
 
 void frmOptions::ShowForm(MP3EncoderX &objMP3, WMAEncoderX &objWMA, VorbisEncoderX &objVorbis, QWidget *owner)
 {
-    m_objMP3 = &objMP3;
-    fillMp3Page();
-    m_objWMA = &objWMA;
-    fillWmaPage();
-    m_objVorbis = &objVorbis;
-    fillOggPage();
-    fillPreview();
-    LoadOptionControls();
+    m_mp3->fill(objMP3);
+    m_wma->fill(objWMA);
+    m_ogg->fill(objVorbis);
+    for (OptionsPage *page : m_pages)
+        page->load();
     showModal(owner);
-}
-
-void frmOptions::Form_Unload()
-{
-    m_objMP3 = nullptr;
-    m_objWMA = nullptr;
-    m_objVorbis = nullptr;
 }
 
 /// The chosen page is enabled before it is shown, so that the focus can move into it.
 void frmOptions::tbsOptions_Click()
 {
     const int chosen = tbsOptions->currentIndex();
-    stkOptions->widget(chosen)->setEnabled(true);
+    m_pages[chosen]->setEnabled(true);
     stkOptions->setCurrentIndex(chosen);
-    for (int i = 0; i < tbsOptions->count(); ++i)
-        stkOptions->widget(i)->setEnabled(i == chosen);
+    for (int i = 0; i < m_pages.size(); ++i)
+        m_pages[i]->setEnabled(i == chosen);
 }
 
 void frmOptions::keyPressEvent(QKeyEvent *event)
@@ -102,54 +86,24 @@ void frmOptions::selectNextTab()
     tbsOptions->setCurrentIndex((tbsOptions->currentIndex() + 1) % tbsOptions->count());
 }
 
-void frmOptions::LoadOptionControls()
-{
-    loadMp3Page();
-    loadWmaPage();
-    loadOggPage();
-    loadFoldersPage();
-    loadAppearancePage();
-    loadOtherPage();
-}
-
-/// The rates count whether their lists are enabled or not. The MP3 limits must differ, the Vorbis ones may be
-/// equal.
-bool frmOptions::ValidateBitRates()
-{
-    if (cboVBRMax->chosenNumber() <= cboVBRMin->chosenNumber()) {
-        showInformation(QStringLiteral("Minimum MP3 Bit Rate must be less than the Maximum MP3 Bit Rate."));
-        return false;
-    }
-    return validateOggBitRates(
-        {.nominalAboveMaximum =
-             QStringLiteral("Nominal OGG Vorbis Bit Rate must be lower than the Maximum OGG Vorbis Bit Rate"),
-         .nominalBelowMinimum = QStringLiteral(
-             "Nominal OGG Vorbis Bit Rate must be higher than the Minimum OGG Vorbis Bit Rate"),
-         .minimumAboveMaximum = QStringLiteral(
-             "The Minimum OGG Vorbis Bit Rate must be lower than the Maximum OGG Vorbis Bit Rate")});
-}
-
 void frmOptions::cmdDefault_Click()
 {
-    resetMp3Page();
-    resetWmaPage();
-    resetOggPage();
-    resetFoldersPage();
-    resetAppearancePage();
-    resetOtherPage();
+    for (OptionsPage *page : m_pages)
+        page->reset();
+}
+
+bool frmOptions::isValid() const
+{
+    return m_mp3->isValid() && m_ogg->isValid() && m_wma->isValid();
 }
 
 void frmOptions::cmdSave_Click()
 {
-    if (!ValidateBitRates() || !hasWmaSampleRate())
+    if (!isValid())
         return;
     SettingsStore::Transaction save(m_store);
-    saveMp3Page();
-    saveWmaPage();
-    saveOggPage();
-    saveFoldersPage();
-    SaveListLook(m_store, *lvwTracks);
-    saveOtherPage();
+    for (const OptionsPage *page : m_pages)
+        page->save();
     try {
         save.commit();
     } catch (const RunTimeFailure &failure) {
@@ -158,15 +112,15 @@ void frmOptions::cmdSave_Click()
                    .icon = BoxIcon::Exclamation});
         return;
     }
-    showInformation(QStringLiteral("Settings are saved sucessfully!"));
+    desktop().dialogs.messageBox(this, {.text = QStringLiteral("Settings are saved sucessfully!")});
 }
 
 void frmOptions::cmdOK_Click()
 {
-    if (!ValidateBitRates() || !hasWmaSampleRate() || !ApplyMP3Settings())
+    if (!isValid() || !m_mp3->apply())
         return;
-    ApplyWMASettings();
-    if (!ApplyOGGSettings())
+    m_wma->apply();
+    if (!m_ogg->apply())
         return;
     cmdSave_Click();
     unload();
@@ -175,19 +129,4 @@ void frmOptions::cmdOK_Click()
 void frmOptions::cmdCancel_Click()
 {
     unload();
-}
-
-void frmOptions::showInformation(const QString &text)
-{
-    desktop().dialogs.messageBox(this, {.text = text});
-}
-
-double frmOptions::stored(const IniKey &key) const
-{
-    return toNumber(m_store.read(key));
-}
-
-void frmOptions::store(const IniKey &key, qint32 number) const
-{
-    m_store.write(key, QString::number(number));
 }

@@ -1,4 +1,5 @@
 #include "OptionsFixture.h"
+#include "testkit/TabOrder.h"
 #include "testkit/faults/Faults.h"
 
 #include <cerrno>
@@ -163,6 +164,21 @@ TEST_F(OptionsTest, onlyTheChosenPageIsShownAndEnabled)
         EXPECT_EQ(tabs->tabText(3), QStringLiteral("Output Folders"));
         EXPECT_EQ(tabs->tabData(3).toString(), QStringLiteral("Other"));
         EXPECT_EQ(tabs->tabToolTip(5), QString());
+    });
+}
+
+TEST_F(OptionsTest, theTabKeyGoesThroughThePagesAndThenToTheButtons)
+{
+    open([&] {
+        EXPECT_EQ(
+            tabOrder(*form).join(u' '),
+            QStringLiteral(
+                "tbsOptions optCBR cboCBRRate optVBR cboVBRMin cboVBRMax sldVBRLevel optNormal optStudio "
+                "cboChannelMode cboBitRate cboSampleRates chkEnableDRM optStereo optMono cboNominalBitRate "
+                "chkUseAdvanced cboMinBitRate cboMaxBitRate txtMP3Folder cmdMP3Folder txtWAVDirectory "
+                "cmdWAVFolder txtWMADirectory cmdWMAFolder txtVQFDirectory cmdVQFFolder txtOGGDirectory "
+                "cmdOGGFolder chkGridLine cmdBackColor cmdForeColor cmdFont lvwTracks chkExplore chkSaveID3 "
+                "chkDownload cmdDefault cmdSave cmdOK cmdCancel"));
     });
 }
 

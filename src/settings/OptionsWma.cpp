@@ -1,58 +1,68 @@
+#include "settings/OptionsWma.h"
+
 #include "base/Numbers.h"
 #include "base/SkipFailures.h"
 #include "components/WMAEncoderX.h"
 #include "settings/OptionLists.h"
 #include "settings/SettingsKeys.h"
-#include "settings/frmOptions.h"
 
 namespace {
 
-constexpr int Row128 = 14;
+constexpr int WmaRow128 = 14;
 
 } // namespace
 
-void frmOptions::fillWmaPage()
+OptionsWma::OptionsWma(Form &form, const SettingsStore &store) : OptionsPage(form, store)
 {
+    setupUi(this);
+    attachClick(cboBitRate, [this] { cboBitRate_Click(); });
+    attachClick(optStereo, [this] { FillWMASampleRates(GetWMABitRate()); });
+    attachClick(optMono, [this] { FillWMASampleRates(GetWMABitRate()); });
+}
+
+void OptionsWma::fill(WMAEncoderX &encoder)
+{
+    m_objWMA = &encoder;
     FillWMABitRates(*cboBitRate);
-    cboBitRate->setListIndex(Row128);
+    cboBitRate->setListIndex(WmaRow128);
 }
 
 /// A stored channel option that changes the selection refills the sample rates: the list's first one then
 /// stands in place of the stored one.
-void frmOptions::loadWmaPage()
+void OptionsWma::load()
 {
     const SkipFailures skip;
     skip([&] { cboBitRate->chooseNumber(stored(Ini::WMA_BitRate)); });
     skip([&] { cboSampleRates->chooseNumber(stored(Ini::WMA_SampleRate)); });
-    skip([&] { (toYesNo(m_store.read(Ini::WMA_EncodeStereo)) ? optStereo : optMono)->select(); });
-    skip([&] { chkEnableDRM->setTicked(toYesNo(m_store.read(Ini::WMA_EnableDRM))); });
+    skip([&] { (toYesNo(settings().read(Ini::WMA_EncodeStereo)) ? optStereo : optMono)->select(); });
+    skip([&] { chkEnableDRM->setTicked(toYesNo(settings().read(Ini::WMA_EnableDRM))); });
 }
 
-void frmOptions::saveWmaPage() const
+void OptionsWma::save() const
 {
     store(Ini::WMA_BitRate, cboBitRate->chosenNumber());
     store(Ini::WMA_SampleRate, cboSampleRates->chosenNumber());
-    m_store.write(Ini::WMA_EncodeStereo, yesNoText(optStereo->isSelected()));
-    m_store.write(Ini::WMA_EnableDRM, yesNoText(chkEnableDRM->isTicked()));
+    settings().write(Ini::WMA_EncodeStereo, yesNoText(optStereo->isSelected()));
+    settings().write(Ini::WMA_EnableDRM, yesNoText(chkEnableDRM->isTicked()));
 }
 
-void frmOptions::resetWmaPage()
+void OptionsWma::reset()
 {
-    cboBitRate->setListIndex(Row128);
+    cboBitRate->setListIndex(WmaRow128);
     if (cboSampleRates->count() > 0)
         cboSampleRates->setListIndex(0);
     optStereo->select();
     chkEnableDRM->setTicked(false);
 }
 
-void frmOptions::cboBitRate_Click()
+void OptionsWma::cboBitRate_Click()
 {
     const qint16 bitRate = GetWMABitRate();
     UpdateWMAChannels(bitRate);
     FillWMASampleRates(bitRate);
 }
 
-qint16 frmOptions::GetWMABitRate() const
+qint16 OptionsWma::GetWMABitRate() const
 {
     try {
         return toInt16(double(cboBitRate->chosenNumber()));
@@ -61,7 +71,7 @@ qint16 frmOptions::GetWMABitRate() const
     }
 }
 
-void frmOptions::UpdateWMAChannels(qint16 bitRate)
+void OptionsWma::UpdateWMAChannels(qint16 bitRate)
 {
     const bool stereo = m_objWMA->IsStereoSupported(bitRate);
     const bool mono = m_objWMA->IsMonoSupported(bitRate);
@@ -76,7 +86,7 @@ void frmOptions::UpdateWMAChannels(qint16 bitRate)
 }
 
 /// Ends on the lowest rate that fits, whatever was chosen before.
-void frmOptions::FillWMASampleRates(qint16 bitRate)
+void OptionsWma::FillWMASampleRates(qint16 bitRate)
 {
     try {
         const bool stereo = optStereo->isSelected();
@@ -91,8 +101,7 @@ void frmOptions::FillWMASampleRates(qint16 bitRate)
     }
 }
 
-/// Without a sample rate there is nothing to store and nothing to encode with.
-bool frmOptions::hasWmaSampleRate()
+bool OptionsWma::isValid() const
 {
     if (cboSampleRates->listIndex() >= 0)
         return true;
@@ -102,7 +111,7 @@ bool frmOptions::hasWmaSampleRate()
     return false;
 }
 
-void frmOptions::ApplyWMASettings()
+void OptionsWma::apply()
 {
     m_objWMA->setWMABitRate(cboBitRate->chosenNumber());
     m_objWMA->setWMASampleRateIndex(cboSampleRates->chosenNumber());

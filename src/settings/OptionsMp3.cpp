@@ -1,21 +1,30 @@
+#include "settings/OptionsMp3.h"
+
 #include "base/Numbers.h"
 #include "base/SkipFailures.h"
 #include "components/MP3EncoderX.h"
 #include "settings/OptionLists.h"
 #include "settings/SettingsKeys.h"
 #include "settings/WindowsVersion.h"
-#include "settings/frmOptions.h"
 
 namespace {
 
-constexpr int Row128 = 8;
+constexpr int Mp3Row128 = 8;
 
 } // namespace
 
-void frmOptions::fillMp3Page()
+OptionsMp3::OptionsMp3(Form &form, const SettingsStore &store) : OptionsPage(form, store)
 {
+    setupUi(this);
+    attachClick(optCBR, [this] { UpdateMP3Controls(); });
+    attachClick(optVBR, [this] { UpdateMP3Controls(); });
+}
+
+void OptionsMp3::fill(MP3EncoderX &encoder)
+{
+    m_objMP3 = &encoder;
     FillMP3BitRates(*cboCBRRate);
-    cboCBRRate->setListIndex(Row128);
+    cboCBRRate->setListIndex(Mp3Row128);
     FillMP3BitRates(*cboVBRMin);
     cboVBRMin->setListIndex(0);
     FillMP3BitRates(*cboVBRMax);
@@ -24,7 +33,7 @@ void frmOptions::fillMp3Page()
     UpdateMP3Controls();
 }
 
-void frmOptions::loadMp3Page()
+void OptionsMp3::load()
 {
     const SkipFailures skip;
     skip([&] { (stored(Ini::MP3_QualityMode) == 1 ? optNormal : optStudio)->select(); });
@@ -36,7 +45,7 @@ void frmOptions::loadMp3Page()
     skip([&] { cboChannelMode->chooseNumber(stored(Ini::MP3_ChannelMode)); });
 }
 
-void frmOptions::saveMp3Page() const
+void OptionsMp3::save() const
 {
     store(Ini::MP3_QualityMode, optNormal->isSelected() ? 1 : 0);
     store(Ini::MP3_EncodingMethod, optCBR->isSelected() ? 0 : 1);
@@ -47,10 +56,10 @@ void frmOptions::saveMp3Page() const
     store(Ini::MP3_ChannelMode, cboChannelMode->chosenNumber());
 }
 
-void frmOptions::resetMp3Page()
+void OptionsMp3::reset()
 {
     optCBR->select();
-    cboCBRRate->setListIndex(Row128);
+    cboCBRRate->setListIndex(Mp3Row128);
     cboVBRMin->setListIndex(0);
     cboVBRMax->setListIndex(cboVBRMax->count() - 1);
     sldVBRLevel->setValue(0);
@@ -58,7 +67,7 @@ void frmOptions::resetMp3Page()
     cboChannelMode->setListIndex(0);
 }
 
-void frmOptions::UpdateMP3Controls()
+void OptionsMp3::UpdateMP3Controls()
 {
     const bool constant = optCBR->isSelected();
     cboCBRRate->setEnabled(constant);
@@ -67,7 +76,15 @@ void frmOptions::UpdateMP3Controls()
     sldVBRLevel->setEnabled(!constant);
 }
 
-bool frmOptions::ApplyMP3Settings()
+bool OptionsMp3::isValid() const
+{
+    if (cboVBRMax->chosenNumber() > cboVBRMin->chosenNumber())
+        return true;
+    showInformation(QStringLiteral("Minimum MP3 Bit Rate must be less than the Maximum MP3 Bit Rate."));
+    return false;
+}
+
+bool OptionsMp3::apply()
 {
     m_objMP3->setQualityMode(optNormal->isSelected() ? 1 : 0);
     if (optCBR->isSelected()) {

@@ -1,19 +1,27 @@
+#include "settings/OptionsOgg.h"
+
 #include "base/SkipFailures.h"
 #include "components/VorbisEncoderX.h"
 #include "settings/OptionLists.h"
 #include "settings/SettingsKeys.h"
-#include "settings/frmOptions.h"
 
 namespace {
 
-constexpr int Row128 = 9;
+constexpr int OggRow128 = 9;
 
 } // namespace
 
-void frmOptions::fillOggPage()
+OptionsOgg::OptionsOgg(Form &form, const SettingsStore &store) : OptionsPage(form, store)
 {
+    setupUi(this);
+    attachClick(chkUseAdvanced, [this] { chkUseAdvanced_Click(); });
+}
+
+void OptionsOgg::fill(VorbisEncoderX &encoder)
+{
+    m_objVorbis = &encoder;
     FillOGGBitRates(*cboNominalBitRate);
-    cboNominalBitRate->setListIndex(Row128);
+    cboNominalBitRate->setListIndex(OggRow128);
     FillOGGBitRates(*cboMinBitRate);
     cboMinBitRate->setListIndex(0);
     FillOGGBitRates(*cboMaxBitRate);
@@ -22,7 +30,7 @@ void frmOptions::fillOggPage()
     chkUseAdvanced_Click();
 }
 
-void frmOptions::loadOggPage()
+void OptionsOgg::load()
 {
     const SkipFailures skip;
     skip([&] { chkUseAdvanced->setTicked(stored(Ini::OGG_UseAdvanced) == 1); });
@@ -31,7 +39,7 @@ void frmOptions::loadOggPage()
     skip([&] { cboMinBitRate->chooseNumber(stored(Ini::OGG_MinBitRate)); });
 }
 
-void frmOptions::saveOggPage() const
+void OptionsOgg::save() const
 {
     store(Ini::OGG_UseAdvanced, chkUseAdvanced->isTicked() ? 1 : 0);
     store(Ini::OGG_BitRate, cboNominalBitRate->chosenNumber());
@@ -39,22 +47,33 @@ void frmOptions::saveOggPage() const
     store(Ini::OGG_MinBitRate, cboMinBitRate->chosenNumber());
 }
 
-void frmOptions::resetOggPage()
+void OptionsOgg::reset()
 {
     chkUseAdvanced->setTicked(false);
-    cboNominalBitRate->setListIndex(Row128);
+    cboNominalBitRate->setListIndex(OggRow128);
     cboMaxBitRate->setListIndex(0);
     cboMinBitRate->setListIndex(0);
 }
 
 /// The limits keep their choice without the tick, and are stored and passed on as they stand.
-void frmOptions::chkUseAdvanced_Click()
+void OptionsOgg::chkUseAdvanced_Click()
 {
     cboMinBitRate->setEnabled(chkUseAdvanced->isTicked());
     cboMaxBitRate->setEnabled(chkUseAdvanced->isTicked());
 }
 
-bool frmOptions::validateOggBitRates(const OggWords &words)
+bool OptionsOgg::isValid() const
+{
+    return validateBitRates(
+        {.nominalAboveMaximum =
+             QStringLiteral("Nominal OGG Vorbis Bit Rate must be lower than the Maximum OGG Vorbis Bit Rate"),
+         .nominalBelowMinimum = QStringLiteral(
+             "Nominal OGG Vorbis Bit Rate must be higher than the Minimum OGG Vorbis Bit Rate"),
+         .minimumAboveMaximum = QStringLiteral(
+             "The Minimum OGG Vorbis Bit Rate must be lower than the Maximum OGG Vorbis Bit Rate")});
+}
+
+bool OptionsOgg::validateBitRates(const OggWords &words) const
 {
     switch (findVorbisFault(cboNominalBitRate->chosenNumber(), cboMinBitRate->chosenNumber(),
                             cboMaxBitRate->chosenNumber())) {
@@ -73,14 +92,14 @@ bool frmOptions::validateOggBitRates(const OggWords &words)
     return false;
 }
 
-bool frmOptions::ApplyOGGSettings()
+bool OptionsOgg::apply()
 {
-    if (!validateOggBitRates({.nominalAboveMaximum =
-                                  QStringLiteral("Nominal Bit Rate must be lower than the Maximum Bit Rate"),
-                              .nominalBelowMinimum =
-                                  QStringLiteral("Nominal Bit Rate must be higher than the Minimum Bit Rate"),
-                              .minimumAboveMaximum = QStringLiteral(
-                                  "The Minimum Bit Rate must be lower than the Maximum Bit Rate")}))
+    if (!validateBitRates({.nominalAboveMaximum =
+                               QStringLiteral("Nominal Bit Rate must be lower than the Maximum Bit Rate"),
+                           .nominalBelowMinimum =
+                               QStringLiteral("Nominal Bit Rate must be higher than the Minimum Bit Rate"),
+                           .minimumAboveMaximum = QStringLiteral(
+                               "The Minimum Bit Rate must be lower than the Maximum Bit Rate")}))
         return false;
     m_objVorbis->setNominalBitRate(cboNominalBitRate->chosenNumber());
     m_objVorbis->setMaxBitRate(cboMaxBitRate->chosenNumber());
