@@ -6,6 +6,7 @@
 #include "testkit/FakeEncoders.h"
 #include "testkit/FakeNCTAudioInformation.h"
 #include "testkit/Printing.h"
+#include "testkit/TabOrder.h"
 #include "testkit/TestDesktop.h"
 #include "testkit/Ui.h"
 
@@ -134,6 +135,17 @@ TEST_F(frmMainTest, withoutADriveItStartsWithoutAWord)
     trigger("Toolbar1", 8);
     system.dialogs.expectBox(QStringLiteral("Please check some tracks from the list to extract!"));
     trigger("Toolbar1", 1);
+}
+
+TEST_F(frmMainTest, theFormatsStandBetweenTheFolderAndTheStart)
+{
+    start();
+    QStringList captions;
+    for (int format = 0; format < 5; ++format)
+        captions.append(at<OptionButton>(QStringLiteral("rdFormat_%1").arg(format))->text());
+    EXPECT_EQ(captions.join(u'|'), QStringLiteral("MP3|WAV|WMA|VQF|OGG Vorbis"));
+    EXPECT_TRUE(tabOrder(*form).join(u' ').contains(
+        QStringLiteral("cmdIE rdFormat_0 rdFormat_1 rdFormat_2 rdFormat_3 rdFormat_4 cmdStartRipping")));
 }
 
 TEST_F(frmMainTest, aFormatBindsItsEncoderRenamesTheRowsAndShowsItsFolder)
