@@ -1,18 +1,16 @@
 #include "converter/frmMain1.h"
 
-#include "base/Deployment.h"
+#include "base/Formats.h"
 #include "controls/HandCursor.h"
+#include "converter/frmConvert.h"
+#include "converter/frmMP3Set.h"
+#include "converter/frmOggSet.h"
+#include "converter/frmOtherSet.h"
+#include "converter/frmSource.h"
+#include "converter/frmSrcFmt.h"
+#include "converter/frmWAVSet.h"
+#include "converter/frmWMASet.h"
 #include "platform/EventPump.h"
-
-namespace {
-
-QString wmaNote()
-{
-    return QStringLiteral("If you need to convert WMA format, please download WMFdist.exe from ") +
-           Deployment::WmfDistAddress + QStringLiteral(" and install it to you computer");
-}
-
-} // namespace
 
 frmMain1::frmMain1(const Desktop &desktop, std::unique_ptr<NCTAudioFile> reader,
                    std::unique_ptr<NCTAudioFile> writer)
@@ -25,11 +23,33 @@ frmMain1::frmMain1(const Desktop &desktop, std::unique_ptr<NCTAudioFile> reader,
     setupUi(this);
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
-    lblSrcNote->setText(wmaNote());
-    lblOutNote->setText(wmaNote());
+    addSteps();
     tmUsed->setObjectName(QStringLiteral("tmUsed"));
     tmUsed->setInterval(1000);
     attachHandlers();
+}
+
+void frmMain1::addSteps()
+{
+    m_output = new frmOutFmt;
+    m_source = new frmSrcFmt(*this, *m_output);
+    m_sources = new frmSource(*this);
+    m_wma = new frmWMASet(*this);
+    m_settings = {new frmMP3Set(*this), new frmWAVSet(*this), m_wma, new frmOggSet(*this)};
+    m_other = new frmOtherSet(*this);
+    m_converting = new frmConvert;
+    for (StepFrame *step : std::initializer_list<StepFrame *>{m_source, m_sources, m_output})
+        frames->addWidget(step);
+    for (FormatPage *page : m_settings)
+        frames->addWidget(page);
+    for (StepFrame *step : std::initializer_list<StepFrame *>{m_other, m_converting})
+        frames->addWidget(step);
+    // The buttons come behind the steps, whose controls were added behind them.
+    QWidget *last = previousInFocusChain();
+    for (QPushButton *button : {cmdHelp, cmdAbout, cmdLast, cmdNext, cmdQuit}) {
+        setTabOrder(last, button);
+        last = button;
+    }
 }
 
 void frmMain1::attachHandlers()
@@ -39,28 +59,8 @@ void frmMain1::attachHandlers()
     attach(cmdQuit, &QPushButton::clicked, [this] { cmdQuit_Click(); });
     attach(cmdHelp, &QPushButton::clicked, [this] { cmdHelp_Click(); });
     attach(cmdAbout, &QPushButton::clicked, [this] { cmdAbout_Click(); });
-    attach(cmdFolder, &QPushButton::clicked, [this] { cmdFolder_Click(); });
-    attachClick(rdSrcMP3, [this] { rdSrcMP3_Click(); });
-    attachClick(rdSrcWAV, [this] { rdSrcWAV_Click(); });
-
-    attach(cmdAdd, &QPushButton::clicked, [this] { cmdAdd_Click(); });
-    attach(cmdRemove, &QPushButton::clicked, [this] { cmdRemove_Click(); });
-    attach(cmdClearAll, &QPushButton::clicked, [this] { cmdClearAll_Click(); });
-    attach(lstFile, &SourceList::pathsDropped,
-           [this](const QStringList &paths) { lstFile_PathsDropped(paths); });
-
-    attachClick(chMP3VBR, [this] { chMP3VBR_Click(); });
-    attachClick(chkOGGEncoder, [this] { chkOGGEncoder_Click(); });
-    attachClick(chkOGGVBREnabled, [this] { chkOGGVBREnabled_Click(); });
-    attach(hsMP3CBRQuality, &QSlider::valueChanged, [this] { hsMP3CBRQuality_Change(); });
-    attach(hsMP3VBRQuality, &QSlider::valueChanged, [this] { hsMP3VBRQuality_Change(); });
-    attach(hsOGGVBRQuality, &QSlider::valueChanged, [this] { hsOGGVBRQuality_Change(); });
-    attachClick(cboWMASettings, [this] { ShowWMADescription(); });
-    attach(txtWMF9, &LinkText::clicked, [this] { txtWMF9_Click(); });
-    attach(txtWMF9, &LinkText::gotFocus, [this] { txtWMF9_GotFocus(); });
-    attach(txtWMF7, &LinkText::clicked, [this] { txtWMF7_Click(); });
-    attach(txtWMF7, &LinkText::gotFocus, [this] { txtWMF7_GotFocus(); });
-
+    attach(m_sources, &frmSource::changed, [this] { cmdNext->setEnabled(m_sources->count() > 0); });
+    attach(m_wma, &frmWMASet::linkFocused, [this] { cmdNext->setFocus(); });
     attach(tmUsed, &QTimer::timeout, [this] { tmUsed_Timer(); });
 }
 
@@ -68,19 +68,16 @@ void frmMain1::Form_Load()
 {
     m_nStep = SourceFormat;
     ShowStep();
-    SetValues();
     Skin1.ApplySkin(this);
     m_Status.OutputFormat = m_Status.OutputFormatString = QStringLiteral("WAV");
-    m_Status.OutputFolder = txtFolder->text();
+    m_Status.OutputFolder = m_other->folder();
     m_Status.InputFormat = QStringLiteral("MP3");
-    for (QWidget *button : {cmdAbout, cmdHelp, cmdLast, cmdNext, cmdQuit, cmdAdd, cmdRemove, cmdClearAll})
+    for (QPushButton *button : {cmdAbout, cmdHelp, cmdLast, cmdNext, cmdQuit})
         SetHandCursor(button);
     FileW->setExtendedFormats(true);
     FileR->setExtendedFormats(true);
     desktop().pump.processEvents();
-    LoadWMAProfiles();
-    SetHandCursor(txtWMF9);
-    SetHandCursor(txtWMF7);
+    m_wma->LoadWMAProfiles(*FileR);
 }
 
 void frmMain1::Form_Unload()

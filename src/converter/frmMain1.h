@@ -8,10 +8,17 @@
 #include "platform/Form.h"
 #include "ui_frmMain1.h"
 
-#include <QSet>
 #include <QTimer>
+#include <array>
 
+class FormatPage;
 class StepFrame;
+class frmConvert;
+class frmOtherSet;
+class frmOutFmt;
+class frmSource;
+class frmSrcFmt;
+class frmWMASet;
 
 /// The Audio Converter: six steps from a list of files to files of another format. It stands beside the main
 /// window and shares no data with it; nothing of it is stored.
@@ -38,54 +45,19 @@ private:
     static inline const QString ConvertCaption = QStringLiteral("&Convert");
     static inline const QString StopCaption = QStringLiteral("&Stop");
 
+    void addSteps();
     void attachHandlers();
 
     // The steps
     void ShowStep();
-    void HideFrame(QWidget *frame);
     StepFrame *frameOfStep() const;
     void enterConverting();
     bool leaveStep();
-    bool leaveSettings();
-    bool refuse(const QString &text, BoxIcon icon);
     void cmdNext_Click();
     void cmdLast_Click();
     void cmdQuit_Click();
     void cmdHelp_Click();
     void cmdAbout_Click();
-    void cmdFolder_Click();
-    void rdSrcMP3_Click();
-    void rdSrcWAV_Click();
-
-    // The list of sources
-    void cmdAdd_Click();
-    void cmdRemove_Click();
-    void cmdClearAll_Click();
-    void lstFile_PathsDropped(const QStringList &paths);
-    bool IsFileInList(const QString &path) const;
-    void addSources(const QStringList &paths);
-
-    // The format pages
-    void SetValues();
-    void ApplyMP3Format();
-    void ApplyWAVFormat();
-    void ApplyWMAFormat();
-    void ApplyOGGFormat();
-    bool IsOGGFormatValid() const;
-    struct OggValues;
-    OggValues oggValues() const;
-    void chMP3VBR_Click();
-    void chkOGGEncoder_Click();
-    void chkOGGVBREnabled_Click();
-    void hsMP3CBRQuality_Change();
-    void hsMP3VBRQuality_Change();
-    void hsOGGVBRQuality_Change();
-    void LoadWMAProfiles();
-    void ShowWMADescription();
-    void txtWMF9_Click();
-    void txtWMF9_GotFocus();
-    void txtWMF7_Click();
-    void txtWMF7_GotFocus();
 
     // The job
     void startConverting();
@@ -103,16 +75,23 @@ private:
 
     const std::unique_ptr<NCTAudioFile> FileR;
     const std::unique_ptr<NCTAudioFile> FileW;
-    NCTMP3Options *m_objMP3Options = nullptr; ///< the writer's
     const Skin Skin1{};
     FormSlot<frmAbout1> m_about;
     QTimer *const tmUsed;
+
+    // The steps
+    frmSrcFmt *m_source;
+    frmSource *m_sources;
+    frmOutFmt *m_output;
+    std::array<FormatPage *, 4> m_settings; ///< by the format code minus 1
+    frmWMASet *m_wma;                       ///< one of these
+    frmOtherSet *m_other;
+    frmConvert *m_converting;
 
     qint16 m_nStep = SourceFormat;
     qint16 m_nSourceFormat = 0; ///< a format code; set on leaving the first step
     qint16 m_nOutputFormat = 0; ///< a format code; set on leaving the third step
     bool m_bConverting = false;
-    QSet<QString> m_paths;  ///< the rows of the list
     bool m_jobRuns = false; ///< until the click that started the job returns, though it may be stopped
     ConvertStatus m_Status;
 };

@@ -3,7 +3,10 @@
 #include "base/SkipFailures.h"
 #include "converter/OutputNames.h"
 #include "converter/Progress.h"
+#include "converter/frmConvert.h"
 #include "converter/frmMain1.h"
+#include "converter/frmOtherSet.h"
+#include "converter/frmSource.h"
 #include "naming/Paths.h"
 #include "platform/EventPump.h"
 #include "platform/ProgramEnd.h"
@@ -29,12 +32,12 @@ void frmMain1::enterConverting()
     cmdNext->setText(ConvertCaption);
     cmdNext->repaint();
     m_Status.ConvertedFiles = 0;
-    m_Status.TotalFiles = static_cast<qint16>(lstFile->count());
+    m_Status.TotalFiles = static_cast<qint16>(m_sources->count());
     m_Status.DestinationFile.clear();
     m_Status.ConvertingFile.clear();
     m_Status.OutputFormat = Formats::ofConverter(m_nOutputFormat).name;
     m_Status.OutputFormatString = FileW->FormatString();
-    m_Status.OutputFolder = txtFolder->text();
+    m_Status.OutputFolder = m_other->folder();
     m_Status.InputFormat = Formats::ofConverter(m_nSourceFormat).name;
     UpdateStatusLabels();
     UpdateProgress(0);
@@ -68,20 +71,20 @@ void frmMain1::stopConverting()
 /// Whatever fails for one file is passed over: the next one is converted.
 void frmMain1::ConvertAllFiles()
 {
-    if (lstFile->count() == 0) {
+    if (m_sources->count() == 0) {
         desktop().dialogs.messageBox(
             this, {.text = QStringLiteral("No files in the list, please add files to convert!")});
         return;
     }
-    CreateDirectoryPath(desktop().dialogs, this, txtFolder->text());
+    CreateDirectoryPath(desktop().dialogs, this, m_other->folder());
     if (isUnloaded())
         return;
     tmUsed->start();
     m_Status.ElapsedSeconds = 0;
     m_bConverting = true;
-    const int rows = lstFile->count();
+    const int rows = m_sources->count();
     for (int row = 0; row < rows; ++row) {
-        const QString source = lstFile->item(row)->text();
+        const QString source = m_sources->file(row);
         const QString destination = MakeOutputFileName(source);
         m_Status.ConvertedFiles = static_cast<qint16>(row);
         m_Status.FileNumber = static_cast<qint16>(row + 1);
@@ -89,7 +92,7 @@ void frmMain1::ConvertAllFiles()
         m_Status.ConvertingFile = source;
         m_Status.DestinationFile = destination;
         m_Status.OutputFormat = Formats::ofConverter(m_nOutputFormat).name;
-        m_Status.OutputFolder = txtFolder->text();
+        m_Status.OutputFolder = m_other->folder();
         m_Status.InputFormat = Formats::ofConverter(m_nSourceFormat).name;
         UpdateStatusLabels();
         if (!m_bConverting)
@@ -116,8 +119,8 @@ void frmMain1::convertUnlessKept(const QString &source, const QString &destinati
 
 bool frmMain1::mayOverwrite()
 {
-    if (!rdPrompt->isSelected())
-        return rdOverwrite->isSelected();
+    if (!m_other->asksBeforeOverwriting())
+        return m_other->overwrites();
     const QString question =
         QStringLiteral("The following file is already existed, do you want to overwrite it?\n");
     return desktop().dialogs.messageBox(this, {.text = question,
@@ -132,11 +135,11 @@ void frmMain1::finishJob()
     tmUsed->stop();
     desktop().dialogs.messageBox(this, {.text = QStringLiteral("Converting Finished!!"),
                                         .title = QStringLiteral("Finished Converting!")});
-    if (chkExplorer->isTicked())
-        desktop().shell.explore(txtFolder->text());
-    if (chkExit->isTicked())
+    if (m_other->exploresFolder())
+        desktop().shell.explore(m_other->folder());
+    if (m_other->closesWindow())
         unload();
-    if (chkShut->isTicked()) {
+    if (m_other->endsProgram()) {
         desktop().end.end(0);
         desktop().end.unwindIfEnding();
     }
@@ -144,7 +147,7 @@ void frmMain1::finishJob()
 
 QString frmMain1::MakeOutputFileName(const QString &file) const
 {
-    return ::MakeOutputFileName(file, m_nOutputFormat, txtFolder->text());
+    return ::MakeOutputFileName(file, m_nOutputFormat, m_other->folder());
 }
 
 /// A failure leaves it at once, as does the closing of the window before the source was opened. A negative
@@ -161,7 +164,7 @@ void frmMain1::ConvertOneFile(const QString &source, const QString &destination)
     FileR->OpenRead(source);
     if (FileR->Status() >= 0) {
         m_Status.InputFormat = FileR->FormatString();
-        skInputFormat->setText(m_Status.InputFormat);
+        UpdateStatusLabels();
         FileW->OpenWrite(destination);
         if (FileW->Status() >= 0) {
             // A part that is of no use goes at once, and not with the window or the next file.
@@ -203,28 +206,18 @@ void frmMain1::pumpSamples()
 /// `percent`: how much of the current file is done.
 void frmMain1::UpdateProgress(double percent)
 {
-    lblCurPer->setText(Progress::text(percent));
-    picCur->setShare(percent);
-    const double ofJob = Progress::ofJob(m_Status.ConvertedFiles, m_Status.TotalFiles, percent);
-    lblTotalPer->setText(Progress::text(ofJob));
-    picTotal->setShare(ofJob);
+    m_converting->showProgress(percent,
+                               Progress::ofJob(m_Status.ConvertedFiles, m_Status.TotalFiles, percent));
     desktop().pump.processEvents();
 }
 
 void frmMain1::UpdateStatusLabels()
 {
-    skConvertedFiles->setText(QString::number(m_Status.ConvertedFiles));
-    skTime->setText(QString::number(m_Status.ElapsedSeconds));
-    skTotalFiles->setText(QString::number(m_Status.TotalFiles));
-    skConvertingFile->setText(m_Status.ConvertingFile);
-    skOutputFormat->setText(m_Status.OutputFormat);
-    skOutputFormatString->setText(m_Status.OutputFormatString);
-    skFolder->setText(m_Status.OutputFolder);
-    skInputFormat->setText(m_Status.InputFormat);
+    m_converting->showStatus(m_Status);
 }
 
 void frmMain1::tmUsed_Timer()
 {
     ++m_Status.ElapsedSeconds;
-    skTime->setText(QString::number(m_Status.ElapsedSeconds));
+    UpdateStatusLabels();
 }

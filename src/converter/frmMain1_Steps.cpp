@@ -1,6 +1,9 @@
-#include "base/Formats.h"
-#include "base/Text.h"
+#include "converter/frmConvert.h"
 #include "converter/frmMain1.h"
+#include "converter/frmOtherSet.h"
+#include "converter/frmSource.h"
+#include "converter/frmSrcFmt.h"
+#include "converter/frmWMASet.h"
 #include "settings/Folders.h"
 #include "settings/HelpPages.h"
 
@@ -10,37 +13,28 @@ const QString NextCaption = QStringLiteral("&Next >>");
 
 } // namespace
 
-void frmMain1::HideFrame(QWidget *frame)
-{
-    frame->hide();
-    frame->move(frmSrcFmt->pos());
-}
-
 StepFrame *frmMain1::frameOfStep() const
 {
     switch (m_nStep) {
     case SourceFormat:
-        return frmSrcFmt;
+        return m_source;
     case Sources:
-        return frmSource;
+        return m_sources;
     case OutputFormat:
-        return frmOutFmt;
-    case Settings: {
-        const std::array pages = {frmMP3Set, frmWAVSet, frmWMASet, frmOggSet};
-        return pages[m_nOutputFormat - 1];
-    }
+        return m_output;
+    case Settings:
+        return m_settings[m_nOutputFormat - 1];
     case Other:
-        return frmOtherSet;
+        return m_other;
     default:
-        return frmConvert;
+        return m_converting;
     }
 }
 
 void frmMain1::ShowStep()
 {
-    for (QWidget *frame : {frmSource, frmSrcFmt, frmOutFmt, frmWMASet, frmWAVSet, frmMP3Set, frmOggSet,
-                           frmOtherSet, frmConvert})
-        HideFrame(frame);
+    for (int index = 0; index < frames->count(); ++index)
+        frames->widget(index)->hide();
     StepFrame *const frame = frameOfStep();
     frames->setCurrentWidget(frame);
     frame->show();
@@ -53,7 +47,7 @@ void frmMain1::ShowStep()
         break;
     case Sources:
         cmdLast->setEnabled(true);
-        cmdNext->setEnabled(lstFile->count() > 0);
+        cmdNext->setEnabled(m_sources->count() > 0);
         break;
     case OutputFormat:
     case Settings:
@@ -69,7 +63,7 @@ void frmMain1::ShowStep()
     }
     // Hiding and disabling hand the focus to whatever comes next, which may be the button that quits.
     if (focusWidget() != cmdLast)
-        (cmdNext->isEnabled() ? cmdNext : cmdAdd)->setFocus();
+        cmdNext->isEnabled() ? cmdNext->setFocus() : m_sources->focusAdd();
 }
 
 void frmMain1::cmdNext_Click()
@@ -88,60 +82,25 @@ void frmMain1::cmdNext_Click()
 /// Takes over what was chosen on the step. False holds the user on it.
 bool frmMain1::leaveStep()
 {
-    const auto chosen = [](std::array<OptionButton *, 4> buttons, qint16 before) {
-        for (qint16 code = 1; code <= 4; ++code) {
-            if (buttons[code - 1]->isSelected())
-                return code;
-        }
-        return before;
-    };
     switch (m_nStep) {
     case SourceFormat:
-        m_nSourceFormat = chosen({rdSrcMP3, rdSrcWAV, rdSrcWMA, rdSrcOGG}, m_nSourceFormat);
+        m_nSourceFormat = m_source->chosen(m_nSourceFormat);
+        m_sources->setFormat(m_nSourceFormat);
         return true;
     case Sources:
-        return lstFile->count() > 0 ||
-               refuse(QStringLiteral("Please add source files for converting"), BoxIcon::Information);
+        if (m_sources->count() == 0)
+            desktop().dialogs.messageBox(this,
+                                         {.text = QStringLiteral("Please add source files for converting")});
+        return m_sources->count() > 0;
     case OutputFormat:
-        m_nOutputFormat = chosen({rdDesMP3, rdDesWAV, rdDesWMA, rdDesOGG}, m_nOutputFormat);
+        m_nOutputFormat = m_output->chosen(m_nOutputFormat);
         return true;
     case Settings:
-        return leaveSettings();
+        return m_settings[m_nOutputFormat - 1]->apply(*FileW);
     default:
-        CreateDirectoryPath(desktop().dialogs, this, txtFolder->text());
+        CreateDirectoryPath(desktop().dialogs, this, m_other->folder());
         return true;
     }
-}
-
-bool frmMain1::leaveSettings()
-{
-    switch (m_nOutputFormat) {
-    case ConvertMP3:
-        ApplyMP3Format();
-        return true;
-    case ConvertWAV:
-        ApplyWAVFormat();
-        return !trimBlanks(FileW->FormatString()).isEmpty() ||
-               refuse(QStringLiteral("The WAV settings is not valid, please reset it to continue!"),
-                      BoxIcon::Critical);
-    case ConvertWMA:
-        ApplyWMAFormat();
-        return true;
-    default:
-        if (!IsOGGFormatValid())
-            return refuse(
-                QStringLiteral("The OGG Vorbis settings is not valid, please reset it to continue!"),
-                BoxIcon::Critical);
-        ApplyOGGFormat();
-        return true;
-    }
-}
-
-/// Always false.
-bool frmMain1::refuse(const QString &text, BoxIcon icon)
-{
-    desktop().dialogs.messageBox(this, {.text = text, .icon = icon});
-    return false;
 }
 
 void frmMain1::cmdLast_Click()
@@ -170,21 +129,4 @@ void frmMain1::cmdHelp_Click()
 void frmMain1::cmdAbout_Click()
 {
     m_about.form()->showModal(this);
-}
-
-void frmMain1::cmdFolder_Click()
-{
-    const QString folder = trimBlanks(BrowseForFolder(desktop().dialogs, this));
-    if (!folder.isEmpty())
-        txtFolder->setText(folder);
-}
-
-void frmMain1::rdSrcMP3_Click()
-{
-    rdDesWAV->select();
-}
-
-void frmMain1::rdSrcWAV_Click()
-{
-    rdDesMP3->select();
 }
