@@ -21,7 +21,7 @@ namespace {
 
 } // namespace
 
-void openRegularFile(QFile &file, const QString &path)
+void openRegularFile(QFile &file, const QString &path, QIODevice::OpenMode mode)
 {
     file.setFileName(path);
 #ifdef Q_OS_UNIX
@@ -37,14 +37,14 @@ void openRegularFile(QFile &file, const QString &path)
         ::close(descriptor);
         fail(QStringLiteral("This is no regular file"));
     }
-    if (!file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle)) {
+    if (!file.open(descriptor, mode, QFile::AutoCloseHandle)) {
         ::close(descriptor);
         fail(file.errorString());
     }
 #else
     if (!file.exists())
         throw RunTimeFailure(RunTimeFailure::FileNotFound);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!QFileInfo(path).isFile() || !file.open(mode))
         fail(file.errorString());
 #endif
 }

@@ -17,6 +17,7 @@ namespace files {
 namespace {
 
 constexpr std::size_t BufferSize = 1 << 16;
+constexpr std::int64_t BlockSize = 4096; ///< of most file systems
 constexpr int MostLinks = 40;
 constexpr qsizetype LongestName = 255; // bytes
 
@@ -65,6 +66,29 @@ bool lockPart(const Descriptor &part)
     struct stat status
     {};
     return ::fstat(part.number(), &status) != 0 || status.st_nlink > 0;
+}
+
+/// What comes at a place of a file: a hole or data, and how much of it.
+struct Stretch
+{
+    bool isHole;
+    std::int64_t count;
+};
+
+/// The file's own place, which its owner reads on from, stays as it is.
+Stretch stretchAt(int descriptor, std::int64_t begin, std::int64_t count)
+{
+    const off_t place = ::lseek(descriptor, 0, SEEK_CUR);
+    errno = 0;
+    const off_t data = ::lseek(descriptor, begin, SEEK_DATA);
+    const bool endsInHole = data < 0 && errno == ENXIO;
+    const off_t hole = data == begin ? ::lseek(descriptor, begin, SEEK_HOLE) : -1;
+    ::lseek(descriptor, place, SEEK_SET);
+    if (endsInHole)
+        return {true, count};
+    if (data > begin)
+        return {true, std::min<std::int64_t>(count, data - begin)};
+    return {false, hole > begin ? std::min<std::int64_t>(count, hole - begin) : count};
 }
 
 } // namespace
@@ -128,6 +152,35 @@ void WholeFile::write(const std::uint8_t *bytes, std::size_t count)
     else
         m_buffer.insert(m_buffer.end(), bytes, bytes + count);
     m_size = std::max(m_size, m_position + static_cast<std::int64_t>(m_buffer.size()));
+}
+
+std::int64_t WholeFile::takeOver(int descriptor, std::int64_t begin, std::int64_t count)
+{
+    m_flushed = false;
+    writeBuffer();
+    const Stretch next = stretchAt(descriptor, begin, count);
+    if (next.isHole) {
+        m_position += next.count;
+        m_size = std::max(m_size, m_position);
+        check(::ftruncate(m_file.number(), m_size) == 0);
+        return next.count;
+    }
+    // Whole blocks at the same place of theirs can be shared; up to there they are copied.
+    std::int64_t wanted = next.count;
+    if (const std::int64_t within = begin % BlockSize; within > 0 && within == m_position % BlockSize)
+        wanted = std::min(wanted, BlockSize - within);
+    off_t from = begin;
+    off_t to = m_position;
+    const ssize_t taken =
+        ::copy_file_range(descriptor, &from, m_file.number(), &to, static_cast<std::size_t>(wanted), 0);
+    if (taken <= 0) {
+        check(taken == 0 || errno == EXDEV || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP ||
+              errno == EINTR || errno == EPERM);
+        return 0;
+    }
+    m_position += taken;
+    m_size = std::max(m_size, m_position);
+    return taken;
 }
 
 void WholeFile::seek(std::int64_t position)

@@ -37,6 +37,7 @@ public:
     WholeFile &operator=(const WholeFile &) = delete;
 
     void write(const std::uint8_t *bytes, std::size_t count) override;
+    std::int64_t takeOver(int descriptor, std::int64_t begin, std::int64_t count) override;
     void seek(std::int64_t position) override;
 
     /// Bytes in the file so far.

@@ -1,5 +1,6 @@
 #include "engines/tagfile/AudioInformation.h"
 
+#include "base/RegularFile.h"
 #include "base/RunTimeFailure.h"
 #include "engines/tagfile/AudioKind.h"
 #include "engines/tagfile/GenreNames.h"
@@ -34,27 +35,22 @@ TagFormat formatOf(QIODevice &file)
     }
 }
 
-void openForReading(QFile &file)
-{
-    const QFileInfo info(file.fileName());
-    // A pipe or a device would keep the reader waiting.
-    if (!info.exists() || !info.isFile())
-        throw RunTimeFailure(RunTimeFailure::FileNotFound);
-    if (!file.open(QIODevice::ReadOnly))
-        throw RunTimeFailure(RunTimeFailure::PermissionDenied, file.errorString());
-}
-
 TagFields readFields(const QString &path)
 {
-    QFile file(path);
-    openForReading(file);
+    QFile file;
+    openRegularFile(file, path, QIODevice::ReadOnly);
     return formatOf(file).read(file);
 }
 
 AudioKind kindOf(const QString &path)
 {
-    QFile file(path);
-    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? audioKind(file) : AudioKind::NoAudio;
+    try {
+        QFile file;
+        openRegularFile(file, path, QIODevice::ReadOnly);
+        return audioKind(file);
+    } catch (const RunTimeFailure &) {
+        return AudioKind::NoAudio;
+    }
 }
 
 } // namespace
@@ -67,8 +63,8 @@ void AudioInformation::ReadTags(const QString &path)
 void AudioInformation::WriteTags(const QString &path)
 {
     const QString target = QFileInfo(path).canonicalFilePath();
-    QFile file(target);
-    openForReading(file);
+    QFile file;
+    openRegularFile(file, target, QIODevice::ReadOnly);
     if (!files::isWritable(target))
         throw RunTimeFailure(RunTimeFailure::PermissionDenied);
     const TagFields fields = m_fields.writable();

@@ -11,9 +11,9 @@ namespace engines {
 /// A file is changed as a whole: a copy with the new tags is written beside it, read back, and takes its name
 /// at the end, so that the old file stays whole whatever happens. A link stays one, and the file that it
 /// leads to is changed; of several hard links only the one named is. Reading raises failure 53 where there is
-/// no file and 5 where it is no MP3 or Ogg Vorbis file; so does writing, which also raises 70 for a file or
-/// folder that is read-only, 61 for a full disk, 57 for a file whose tags are damaged. UI thread or any other
-/// one.
+/// no file, 75 where it can't be read or is a pipe, a device or a folder, and 5 where it is no MP3 or Ogg
+/// Vorbis file; so does writing, which also raises 70 for a file or folder that is read-only, 61 for a full
+/// disk, 57 for a file whose tags are damaged. Any one thread at a time.
 class AudioInformation : public NCTAudioInformation
 {
 public:

@@ -1,4 +1,5 @@
 #include "OggSamples.h"
+#include "engines/tagfile/Id3v2Tag.h"
 #include "testkit/FullDisk.h"
 
 #include <sys/stat.h>
@@ -88,6 +89,40 @@ TEST_F(SafetyTest, aProcessThatIsKilledInTheMiddleLeavesTheOldFile)
     EXPECT_EQ(read(path).title, QStringLiteral("new"));
 }
 
+TEST_F(SafetyTest, holesStayHolesAndWhatLiesBetweenThemIsWhole)
+{
+    constexpr qint64 Size = qint64(1) << 30;
+    const QByteArray island = mp3Frames(700);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.resize(Size));
+    for (const qint64 place : {qint64(256) << 20, (qint64(512) << 20) + 12345, Size - island.size()}) {
+        file.seek(place);
+        file.write(island);
+    }
+    file.close();
+    const auto bytesOnDisk = [&] {
+        struct stat status
+        {};
+        ::stat(QFile::encodeName(path).constData(), &status);
+        return qint64(status.st_blocks) * 512;
+    };
+    const qint64 before = bytesOnDisk();
+    EXPECT_EQ(failureOfWriting(path), 0);
+    EXPECT_LT(bytesOnDisk(), before + (1 << 20));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray head = file.read(1 << 20);
+    const qint64 shift = engines::Id3v2Tag(head).size();
+    EXPECT_EQ(file.size(), Size + shift + 128);
+    file.seek(shift);
+    EXPECT_EQ(file.read(mp3.size()), mp3);
+    for (const qint64 place : {qint64(256) << 20, (qint64(512) << 20) + 12345, Size - island.size()}) {
+        file.seek(place + shift - 5000);
+        EXPECT_EQ(file.read(5000), QByteArray(5000, '\0'));
+        EXPECT_EQ(file.read(island.size()), island);
+    }
+    EXPECT_TRUE(file.read(128).startsWith("TAGnew"));
+}
+
 TEST_F(SafetyTest, filesThatMayNotBeChangedAreNot)
 {
     setMode(path, 0444); // says no to the superuser too, who could
@@ -105,7 +140,13 @@ TEST_F(SafetyTest, filesThatMayNotBeChangedAreNot)
         EXPECT_EQ(tags.IsAudioFile(path), ::getuid() != 0); // of another one
     }
     EXPECT_EQ(failureOfWriting(folder.filePath(QStringLiteral("missing.mp3"))), RunTimeFailure::FileNotFound);
-    EXPECT_EQ(failureOfWriting(folder.path()), RunTimeFailure::FileNotFound);
+    const QString pipe = folder.filePath(QStringLiteral("pipe.mp3")); // keeps its readers waiting
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0666), 0);
+    for (const QString &noFile : {folder.path(), pipe, QStringLiteral("/dev/tty")}) {
+        EXPECT_FALSE(tags.IsAudioFile(noFile));
+        EXPECT_EQ(failureOfWriting(noFile), RunTimeFailure::PathFileAccessError);
+    }
+    QFile::remove(pipe);
     EXPECT_EQ(failureOfWriting(put(QStringLiteral("b.mp3"), "text")), RunTimeFailure::InvalidCall);
     EXPECT_EQ(content(path), mp3);
     EXPECT_EQ(entries().size(), 2);
