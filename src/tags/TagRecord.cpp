@@ -9,3 +9,8 @@ QString fixedText(const QString &text, qsizetype size)
         start.chop(1);
     return trimBlanks(start);
 }
+
+QString meantText(const QString &shown, const QString &whole, qsizetype size)
+{
+    return whole.size() > size && fixedText(whole, size) == shown ? whole : shown;
+}

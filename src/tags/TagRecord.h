@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// A file's tags on their way from the component into the list. Texts have the room of their place, so that a
-/// longer one comes cut; blanks around them mean nothing.
+/// A file's tags on their way from the component into the list. Texts have the room of their place, where
+/// a longer one is shown cut; blanks around them mean nothing.
 struct TagRecord
 {
     static constexpr qsizetype AlbumSize = 100, TitleSize = 100, ArtistSize = 50, YearSize = 4,
@@ -22,3 +22,7 @@ struct TagRecord
 /// The start of a text, `size` characters at most, without the blanks around it. A character that takes two
 /// places isn't cut in half.
 QString fixedText(const QString &text, qsizetype size);
+
+/// What is meant by a text that stands in such a place: what was cut to fit there and hasn't been changed
+/// since stands for the whole of it.
+QString meantText(const QString &shown, const QString &whole, qsizetype size);

@@ -47,10 +47,16 @@ private:
     /// Exchanges what two rows hold; their numbers and ticks stay in place.
     void SwapRows(int a, int b);
     void SaveFileTags(qint16 no);
+    /// The title that a row stands for.
+    QString titleOf(int row) const;
+    /// Marks the row of a file that can't be written with the reason; an empty one takes the mark away.
+    void markRow(int row, const QString &reason);
 
     void inform(const QString &text);
     bool hasNoRows() const { return ListView1->rowCount() == 0; }
 
     std::unique_ptr<NCTAudioInformation> m_AInfo;
-    bool CheckAllNext = true; ///< what the next press of Command1 gives to all rows
+    static constexpr int WholeText = Qt::UserRole; ///< of a title that its row may show cut
+    TagRecord m_whole;                             ///< of the file that filled the boxes
+    bool CheckAllNext = true;                      ///< what the next press of Command1 gives to all rows
 };

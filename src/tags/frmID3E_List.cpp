@@ -59,15 +59,17 @@ void frmID3E::AddOneFileToList(const QString &strFile)
     }
     const int row = ListView1->addRow({QString::number(ListView1->rowCount() + 1)});
     ListView1->setText(row, TagColumns::File, ExtractFile(strFile));
-    ListView1->setText(row, TagColumns::Title, tags.title);
+    ListView1->setText(row, TagColumns::Title, fixedText(tags.title, TagRecord::TitleSize));
+    ListView1->topLevelItem(row - 1)->setData(TagColumns::Title, WholeText, tags.title);
     ListView1->setText(row, TagColumns::Path, ExtractPath(strFile));
     if (ListView1->selectedRow() == 0)
         ListView1->selectRow(row); // a list with rows has a selected one
     txtYear->setText(tags.year);
-    txtAlbum->setText(tags.album);
-    txtArtist->setText(tags.artist);
+    m_whole = tags;
+    txtAlbum->setText(fixedText(tags.album, TagRecord::AlbumSize));
+    txtArtist->setText(fixedText(tags.artist, TagRecord::ArtistSize));
     cboGenre->setListIndex(tags.genre);
-    txtComment->setText(tags.comment);
+    txtComment->setText(fixedText(tags.comment, TagRecord::CommentSize));
 }
 
 /// With errors passed over.
@@ -78,11 +80,11 @@ TagRecord frmID3E::ReadFileTags(const QString &strFile) const
     skip([&] { tags.IsMP3 = m_AInfo->IsMP3File(strFile); });
     skip([&] { tags.IsOGG = m_AInfo->IsOGGFile(strFile); });
     skip([&] { m_AInfo->ReadTags(strFile); });
-    skip([&] { tags.title = fixedText(m_AInfo->TagTitle(), TagRecord::TitleSize); });
-    skip([&] { tags.artist = fixedText(m_AInfo->TagArtist(), TagRecord::ArtistSize); });
-    skip([&] { tags.album = fixedText(m_AInfo->TagAlbum(), TagRecord::AlbumSize); });
+    skip([&] { tags.title = m_AInfo->TagTitle(); });
+    skip([&] { tags.artist = m_AInfo->TagArtist(); });
+    skip([&] { tags.album = m_AInfo->TagAlbum(); });
     skip([&] { tags.genre = m_AInfo->TagGenre(); });
-    skip([&] { tags.comment = fixedText(m_AInfo->TagComment(), TagRecord::CommentSize); });
+    skip([&] { tags.comment = m_AInfo->TagComment(); });
     skip([&] { tags.year = fixedText(QString::number(m_AInfo->TagYear()), TagRecord::YearSize); });
     return tags;
 }
@@ -170,9 +172,15 @@ void frmID3E::moveSelectedRow(int step)
 
 void frmID3E::SwapRows(int a, int b)
 {
+    markRow(a, {});
+    markRow(b, {});
     for (int column = TagColumns::Title; column < ListView1->columnCount(); ++column) {
         const QString text = ListView1->text(a, column);
         ListView1->setText(a, column, ListView1->text(b, column));
         ListView1->setText(b, column, text);
     }
+    QTreeWidgetItem *items[] = {ListView1->topLevelItem(a - 1), ListView1->topLevelItem(b - 1)};
+    const QVariant whole = items[0]->data(TagColumns::Title, WholeText);
+    items[0]->setData(TagColumns::Title, WholeText, items[1]->data(TagColumns::Title, WholeText));
+    items[1]->setData(TagColumns::Title, WholeText, whole);
 }

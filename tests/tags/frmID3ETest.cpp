@@ -186,6 +186,31 @@ TEST_F(frmID3ETest, longTextsAreCutAtTheirPlace)
     EXPECT_EQ(box("txtAlbum")->maxLength(), 100);
     EXPECT_EQ(box("txtArtist")->maxLength(), 50);
     EXPECT_EQ(box("txtComment")->maxLength(), 255);
+    // What isn't touched isn't cut in the file either.
+    AInfo->files.insert(text("/music/b.mp3"), {.title = text("b")});
+    open({text("/music/b.mp3")});
+    click("cmdDown"); // rows change places
+    open({});
+    const auto saved = [&](const char *name) {
+        system.dialogs.expectBox(text("Saved Successfully!"));
+        click("cmdSave");
+        return AInfo->files[text(name)];
+    };
+    box("txtAlbum")->setText(text("Album"));
+    box("txtArtist")->setText(text("Artist"));
+    EXPECT_EQ(saved("/music/long.mp3").title, QString(99, u't') + head);
+    EXPECT_EQ(saved("/music/b.mp3").title, text("b"));
+    AInfo->files.insert(text("/music/c.mp3"), {.album = QString(101, u'a'),
+                                               .artist = QString(60, u'b'),
+                                               .title = text("c"),
+                                               .comment = QString(256, u'c')});
+    open({text("/music/c.mp3")});
+    FakeNCTAudioInformation::File file = saved("/music/c.mp3");
+    EXPECT_EQ(file.album.size() + file.artist.size() + file.comment.size(), 101 + 60 + 256);
+    box("txtArtist")->setText(QString(49, u'b'));
+    list->setText(2, 1, QString(98, u't'));
+    EXPECT_EQ(saved("/music/c.mp3").artist, QString(49, u'b'));
+    EXPECT_EQ(AInfo->files[text("/music/long.mp3")].title, QString(98, u't'));
 }
 
 TEST_F(frmID3ETest, aWindowClosedWhileFilesAreAddedTakesNoMore)
@@ -317,6 +342,12 @@ TEST_F(frmID3ETest, savingWritesEveryRowWithItsPlaceAsTrack)
     EXPECT_EQ(saved.track, 3);
     EXPECT_EQ(saved.year, 1999);
     EXPECT_EQ(rows(), (QStringList{text("1*"), text("2 Title 3"), text("3 Title 2")}));
+    const auto markOf = [&](int row) { return list->topLevelItem(row - 1)->toolTip(2); };
+    EXPECT_EQ(markOf(1), text("Not saved: File not found"));
+    EXPECT_EQ(markOf(2), text("Not saved: Permission denied"));
+    EXPECT_EQ(markOf(3), QString());
+    EXPECT_FALSE(list->topLevelItem(1)->icon(2).isNull());
+    AInfo->files[text("/music/3.mp3")].writable = true;
 }
 
 TEST_F(frmID3ETest, anEmptyYearLeavesTheOneOfTheFileBefore)
