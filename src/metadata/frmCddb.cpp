@@ -65,17 +65,48 @@ void frmCddb::Form_Load()
     for (const QString &category : CDDB::Categories)
         cboCate->addEntry(category);
     cboCate->setListIndex(1);
-    txtID->setText(m_parts.CDRipperX1.DiscId());
+    m_discId = m_parts.CDRipperX1.DiscId();
+    txtID->setText(m_discId);
     UpdateProxyControls();
     TabStrip1_Click();
     LoadServerSettings();
     fillGenres(*cboGenre, m_parts.AInfo);
-    addTitleRows(*ListView1, m_parts.host, m_parts.discInfo.TrackTitles);
-    txtAlbum->setText(m_parts.discInfo.Album);
-    txtArtist->setText(m_parts.discInfo.Artist);
-    txtYear->setText(m_parts.discInfo.Year);
-    txtComm->setText(m_parts.discInfo.Comment);
-    cboGenre->setListIndex(m_parts.discInfo.GenreIndex);
+    showDisc(m_parts.discInfo);
+}
+
+void frmCddb::showDisc(const DiscInfo &disc)
+{
+    ListView1->clearRows();
+    addTitleRows(*ListView1, m_parts.host, disc.TrackTitles);
+    txtAlbum->setText(disc.Album);
+    txtArtist->setText(disc.Artist);
+    txtYear->setText(disc.Year);
+    txtComm->setText(disc.Comment);
+    cboGenre->setListIndex(disc.GenreIndex);
+}
+
+void frmCddb::closeEvent(QCloseEvent *event)
+{
+    if (m_bExchanging && !isUnloaded())
+        event->ignore();
+    else
+        FormOf::closeEvent(event);
+}
+
+bool frmCddb::isSameDisc() const
+{
+    const QString id = m_parts.CDRipperX1.DiscId();
+    return id == m_discId || id.endsWith(QStringLiteral("00")); // the number of tracks
+}
+
+bool frmCddb::followDisc()
+{
+    if (isSameDisc())
+        return false;
+    m_discId = m_parts.CDRipperX1.DiscId();
+    txtID->setText(m_discId);
+    showDisc(DiscInfo()); // the record still holds the texts of the disc before
+    return true;
 }
 
 void frmCddb::TabStrip1_Click()
@@ -85,12 +116,20 @@ void frmCddb::TabStrip1_Click()
 
 void frmCddb::ListView1_Click()
 {
+    if (m_bExchanging)
+        return;
     askForTitle(*ListView1, desktop().dialogs, this);
 }
 
 void frmCddb::OKButton_Click()
 {
+    if (m_bExchanging)
+        return;
     SaveServerSettings();
+    if (!isSameDisc()) {
+        unload(); // the record is that of another disc than the page
+        return;
+    }
     DiscInfo &disc = m_parts.discInfo;
     disc.Album = trimBlanks(txtAlbum->text());
     disc.Year = trimBlanks(txtYear->text());

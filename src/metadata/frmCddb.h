@@ -14,8 +14,8 @@ class TrackListHost;
 struct DiscInfo;
 
 /// Looks the disc up at a FreeDB server and writes what came back into the disc record, or submits what the
-/// user typed; beside that the choice of the server and the proxy. Modal. An exchange with the server blocks
-/// under the wait cursor.
+/// user typed; beside that the choice of the server and the proxy. Modal.
+/// An exchange with the server blocks under the wait cursor.
 class frmCddb : public FormOf<QDialog>, private Ui::frmCddb
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ public:
         DiscInfo &discInfo;
         const SettingsStore &settings;
         const NCTAudioInformation &AInfo;
-        const CDRipperX &CDRipperX1; ///< asked for the disc's id
+        const CDRipperX &CDRipperX1; ///< asked for the disc's id, and whether it is still the same
     };
 
     frmCddb(const Desktop &desktop, const Parts &parts, std::unique_ptr<CDDB> client);
@@ -38,6 +38,13 @@ private:
     // frmCddb.cpp: loading, pages, closing
     void attachHandlers();
     void Form_Load() override;
+    void closeEvent(QCloseEvent *event) override;
+    /// Shows the disc in the drive and what the record says of it.
+    void showDisc(const DiscInfo &disc);
+    /// Whether no other disc came into the drive.
+    bool isSameDisc() const;
+    /// Where another disc lies in the drive than before, shows that one and returns true.
+    bool followDisc();
     void TabStrip1_Click();
     void ListView1_Click();
     void OKButton_Click();
@@ -68,6 +75,7 @@ private:
 
     Parts m_parts;
     std::unique_ptr<CDDB> CDDB1;
-    /// An exchange runs: clicks that waited for it must not start another one from within.
+    QString m_discId; ///< of the disc that the window shows
+    /// An exchange runs, or what follows on it: no other command may start from within.
     bool m_bExchanging = false;
 };

@@ -18,13 +18,18 @@ void frmCddb::cmdGet_Click()
         return;
     const QScopedValueRollback exchanging(m_bExchanging, true);
     const SkipFailures skip;
+    skip([&] { followDisc(); });
     writeConnection(skip);
     qint16 status = CDDB::Found;
     skip([&] {
         const WaitCursor waiting(*this);
         status = CDDB1->QueryDisc(txtID->text());
     });
-    if (status == CDDB::Found)
+    bool isNewDisc = false;
+    skip([&] { isNewDisc = followDisc(); });
+    if (isNewDisc)
+        skip([&] { showInformation(QStringLiteral("The disc was changed meanwhile, please try again.")); });
+    else if (status == CDDB::Found)
         takeLookup();
     else if (status == CDDB::NotFound)
         skip([&] { showInformation(QStringLiteral("No CD Information")); });

@@ -16,6 +16,10 @@ void frmCddb::cmdSubmitCDDB_Click()
 {
     if (m_bExchanging)
         return;
+    if (followDisc()) {
+        showInformation(QStringLiteral("The disc was changed, please enter what is on the new one."));
+        return;
+    }
     if (const QString refusal = findRefusal(); !refusal.isEmpty()) {
         showInformation(refusal);
         return;
@@ -73,14 +77,16 @@ QString frmCddb::findRefusal()
 
 void frmCddb::takeSubmission()
 {
-    DiscInfo &disc = m_parts.discInfo;
-    disc.TrackTitles = CDDB1->Titles();
-    disc.Album = CDDB1->Album();
-    disc.Artist = CDDB1->Artist();
-    disc.Year = CDDB1->Year();
-    disc.GenreIndex = static_cast<qint16>(cboGenre->listIndex());
-    disc.Comment = CDDB1->Comments();
-    m_parts.host.UpdateFileNamesWithTitles();
+    if (isSameDisc()) {
+        DiscInfo &disc = m_parts.discInfo;
+        disc.TrackTitles = CDDB1->Titles();
+        disc.Album = CDDB1->Album();
+        disc.Artist = CDDB1->Artist();
+        disc.Year = CDDB1->Year();
+        disc.GenreIndex = static_cast<qint16>(cboGenre->listIndex());
+        disc.Comment = CDDB1->Comments();
+        m_parts.host.UpdateFileNamesWithTitles();
+    }
     showInformation(QStringLiteral("Submitted Successfully!"));
     unload();
 }

@@ -18,7 +18,8 @@ class PaintWatch : public QObject
 public:
     bool eventFilter(QObject *, QEvent *event) override
     {
-        painted = painted || event->type() == QEvent::Paint;
+        if (event->type() == QEvent::Paint)
+            painted = true;
         return false;
     }
 
@@ -52,6 +53,17 @@ protected:
                          .trackCount = 3};
         show(makeForm<frmCddb>(system.desktop(), frmCddb::Parts{host, disc, settings, AInfo, engine},
                                std::move(owned)));
+    }
+
+    /// What a submission needs.
+    void fillIn()
+    {
+        type("txtAlbum", QStringLiteral("a"));
+        type("txtArtist", QStringLiteral("b"));
+        type("txtYear", QStringLiteral("1"));
+        type("txtEmail", QStringLiteral("a@b.com"));
+        for (int row = 1; row <= 3; ++row)
+            at<ReportListView>("ListView1")->setText(row, 1, QStringLiteral("title"));
     }
 
     /// All of the record that lookups and editing write.
@@ -140,12 +152,7 @@ TEST_F(frmCddbTest, theWindowIsPaintedBeforeTheClientBlocksIt)
     client->status = 9;
     for (const char *button : {"cmdGet", "cmdSubmit"}) {
         watch.painted = false;
-        type("txtAlbum", QStringLiteral("a"));
-        type("txtArtist", QStringLiteral("b"));
-        type("txtYear", QStringLiteral("1"));
-        type("txtEmail", QStringLiteral("a@b.com"));
-        for (int row = 1; row <= 3; ++row)
-            at<ReportListView>("ListView1")->setText(row, 1, QStringLiteral("title"));
+        fillIn();
         click(button);
     }
 }
@@ -227,6 +234,86 @@ TEST_F(frmCddbTest, clicksThatWaitedForTheLookupStartNoSecondOne)
     click("cmdGet");
     EXPECT_EQ(exchange(), (QStringList{QStringLiteral("CDDB.QueryDisc(1801c203)"),
                                        QStringLiteral("UpdateFileNamesWithTitles")}));
+}
+
+TEST_F(frmCddbTest, commandsBehindALookupDoNotTouchWhatItFetched)
+{
+    open();
+    system.pump.actions[1] = [&] {
+        click("OKButton");
+        click("cmdSubmit");
+        clickTitle(1);
+        window->close();
+    };
+    system.dialogs.expectBox(QStringLiteral("Downloaded Successfully!"));
+    click("cmdGet");
+    EXPECT_EQ(record(), LookedUp);
+    EXPECT_TRUE(window->isUnloaded());
+}
+
+TEST_F(frmCddbTest, anotherDiscIsAskedForAndNeverGetsTheTitlesOfTheOneBefore)
+{
+    const QString other = QStringLiteral("0500b401");
+    disc.Album = QStringLiteral("Old");
+    disc.TrackTitles = QStringLiteral("Uno|Due|Tre");
+    const auto exchangeDiscs = [&] {
+        engine.discId = other;
+        host.names = QStringList{QStringLiteral("Track01.mp3")};
+    };
+    const QString before = record();
+    const auto reopen = [&] {
+        engine.discId = QStringLiteral("1801c203");
+        host.names = QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
+        open();
+        system.log.take();
+    };
+
+    reopen();
+    exchangeDiscs();
+    client->status = CDDB::NotFound;
+    system.dialogs.expectBox(QStringLiteral("No CD Information"));
+    click("cmdGet");
+    EXPECT_EQ(exchange(), QStringList{QStringLiteral("CDDB.QueryDisc(%1)").arg(other)});
+    EXPECT_EQ(titles(), QStringList{QStringLiteral("1 Track01")});
+    EXPECT_EQ(text("txtAlbum"), QString());
+
+    reopen();
+    client->onCall = exchangeDiscs;
+    system.dialogs.expectWholeBox(
+        {.text = QStringLiteral("The disc was changed meanwhile, please try again.")});
+    click("cmdGet");
+    EXPECT_EQ(text("txtID"), other);
+    EXPECT_EQ(record(), before);
+
+    reopen();
+    fillIn();
+    exchangeDiscs();
+    system.log.take();
+    system.dialogs.expectWholeBox(
+        {.text = QStringLiteral("The disc was changed, please enter what is on the new one.")});
+    click("cmdSubmit");
+    EXPECT_EQ(system.log.take(), QStringList());
+
+    reopen();
+    fillIn();
+    client->onCall = exchangeDiscs;
+    system.dialogs.expectBox(QStringLiteral("Submitted Successfully!")); // for the disc that was there
+    click("cmdSubmit");
+    EXPECT_EQ(record(), before);
+
+    reopen();
+    exchangeDiscs();
+    type("txtTime", QStringLiteral("77"));
+    click("OKButton");
+    EXPECT_TRUE(window->isUnloaded());
+    EXPECT_EQ(record(), before);
+    EXPECT_EQ(settings.read(Ini::Timeout), QStringLiteral("77"));
+
+    reopen();
+    engine.discId = QStringLiteral("00000000"); // the drive is empty: what was typed isn't lost
+    type("txtAlbum", QStringLiteral("New"));
+    click("OKButton");
+    EXPECT_EQ(disc.Album, QStringLiteral("New"));
 }
 
 TEST_F(frmCddbTest, closeKeepsTheServerPageAndTheSubmissionPage)
