@@ -9,6 +9,8 @@ QString customaryDescription(RunTimeFailure::Number number)
         return QStringLiteral("Invalid procedure call or argument");
     case RunTimeFailure::Overflow:
         return QStringLiteral("Overflow");
+    case RunTimeFailure::OutOfMemory:
+        return QStringLiteral("Out of memory");
     case RunTimeFailure::SubscriptOutOfRange:
         return QStringLiteral("Subscript out of range");
     case RunTimeFailure::DivisionByZero:

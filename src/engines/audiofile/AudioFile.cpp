@@ -1,33 +1,14 @@
 #include "engines/audiofile/AudioFile.h"
 
 #include "base/RunTimeFailure.h"
+#include "base/Task.h"
 #include "engines/audiofile/FormatText.h"
 #include "engines/audiofile/WmaProfiles.h"
 #include "engines/codecs/Recipe.h"
 
-#include <QEventLoop>
-#include <QScopeGuard>
 #include <algorithm>
-#include <future>
 
 namespace audiofile {
-
-namespace {
-
-/// Does it in another thread, while windows go on painting and clocks ticking; user input waits until then.
-void doBesideTheWindows(const std::function<void()> &work)
-{
-    QEventLoop loop;
-    auto done = std::async(std::launch::async, [&] {
-        const auto leave =
-            qScopeGuard([&] { QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); });
-        work();
-    });
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
-    done.get();
-}
-
-} // namespace
 
 AudioFile::AudioFile(QObject *parent)
     : NCTAudioFile(parent), m_mp3([this](const codecs::Mp3Settings &settings) { setOutput(settings); })
@@ -51,7 +32,7 @@ void AudioFile::CloseFile()
     m_source.reset();
     // Nothing is open afterwards, also where the file can't be finished.
     if (const auto target = std::move(m_target)) {
-        doBesideTheWindows([&] {
+        doBeside("file finisher", [&](const auto &) {
             target->encoderOf(m_input).finish();
             target->file.commit();
         });

@@ -100,6 +100,6 @@ private:
     std::vector<cdrom::QueuedTrack> m_queue;
     std::shared_ptr<const cdrom::DiscToc> m_queueToc; ///< of the disc for which the queue stands
     std::unique_ptr<Job> m_job;
-    std::vector<cdrom::LooseThread> m_ending; ///< threads of former jobs
+    std::vector<LooseThread> m_ending; ///< threads of former jobs
     QTimer m_heart;                           ///< runs with a job
 };

@@ -110,8 +110,8 @@ bool CdEngine::StartExtraction()
     m_job->work = std::make_shared<Extraction>(
         ExtractionPlan{m_selected->drive, m_queueToc, m_queue, std::move(recipe)},
         [inbox = m_job->inbox](const ExtractionEvent &event) { inbox->post(event); });
-    m_job->reader = LooseThread([work = m_job->work] { work->read(); });
-    m_job->writer = LooseThread([work = m_job->work] { work->write(); });
+    m_job->reader = LooseThread("rip reader", [work = m_job->work](const auto &) { work->read(); });
+    m_job->writer = LooseThread("rip writer", [work = m_job->work](const auto &) { work->write(); });
     m_job->sinceTold.start();
     m_heart.start();
     return true;

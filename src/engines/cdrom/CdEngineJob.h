@@ -30,8 +30,8 @@ struct CdEngine::Job
 {
     std::shared_ptr<cdrom::Extraction> work;
     std::shared_ptr<Inbox> inbox;
-    cdrom::LooseThread reader;
-    cdrom::LooseThread writer;
+    LooseThread reader;
+    LooseThread writer;
     bool telling = false; ///< a signal is being sent
     QElapsedTimer sinceTold;
     QElapsedTimer sinceCancel; ///< valid once cancelled

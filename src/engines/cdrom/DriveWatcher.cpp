@@ -97,7 +97,8 @@ void DriveWatcher::Watch::see(const MediumState &state)
 }
 
 DriveWatcher::DriveWatcher(std::shared_ptr<Drive> drive)
-    : m_watch(std::make_shared<Watch>(std::move(drive))), m_thread([watch = m_watch] { watch->run(); })
+    : m_watch(std::make_shared<Watch>(std::move(drive))),
+      m_thread("drive watcher", [watch = m_watch](const auto &) { watch->run(); })
 {}
 
 DriveWatcher::~DriveWatcher()

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/LooseThread.h"
 #include "engines/cdrom/Drive.h"
-#include "engines/cdrom/LooseThread.h"
 
 #include <chrono>
 #include <memory>

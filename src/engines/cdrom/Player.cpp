@@ -170,7 +170,7 @@ void Player::play(std::shared_ptr<Drive> drive, const DiscTrack &track)
         m_work->changed.notify_all();
     }
     if (m_thread.hasEnded())
-        m_thread = LooseThread([work = m_work] { work->run(); });
+        m_thread = LooseThread("player", [work = m_work](const auto &) { work->run(); });
 }
 
 void Player::change(State from, State to)

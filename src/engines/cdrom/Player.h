@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/LooseThread.h"
 #include "engines/cdrom/AudioOutput.h"
 #include "engines/cdrom/Drive.h"
-#include "engines/cdrom/LooseThread.h"
 
 namespace cdrom {
 
