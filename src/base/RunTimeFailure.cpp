@@ -1,5 +1,7 @@
 #include "base/RunTimeFailure.h"
 
+#include <new>
+
 namespace {
 
 QString customaryDescription(RunTimeFailure::Number number)
@@ -17,6 +19,8 @@ QString customaryDescription(RunTimeFailure::Number number)
         return QStringLiteral("Division by zero");
     case RunTimeFailure::TypeMismatch:
         return QStringLiteral("Type mismatch");
+    case RunTimeFailure::InternalError:
+        return QStringLiteral("Internal error");
     case RunTimeFailure::FileNotFound:
         return QStringLiteral("File not found");
     case RunTimeFailure::DeviceIoError:
@@ -62,5 +66,21 @@ QString RunTimeFailure::reason() const
         return QStringLiteral("the folder is missing");
     default:
         return m_description.left(1).toLower() + m_description.mid(1);
+    }
+}
+
+RunTimeFailure RunTimeFailure::ofCaught()
+{
+    try {
+        throw;
+    } catch (const RunTimeFailure &failure) {
+        return failure;
+    } catch (const std::bad_alloc &) {
+        return RunTimeFailure(OutOfMemory);
+    } catch (const std::exception &failure) {
+        return {InternalError, customaryDescription(InternalError) + QStringLiteral(": ") +
+                                   QString::fromUtf8(failure.what())};
+    } catch (...) {
+        return RunTimeFailure(InternalError);
     }
 }

@@ -15,6 +15,7 @@ public:
         SubscriptOutOfRange = 9,
         DivisionByZero = 11,
         TypeMismatch = 13,
+        InternalError = 51,
         FileNotFound = 53,
         DeviceIoError = 57,
         DiskFull = 61,
@@ -28,6 +29,9 @@ public:
     /// With the customary description of `number`.
     explicit RunTimeFailure(Number number);
     RunTimeFailure(int number, QString description);
+    /// What is being caught, whatever it is: itself, 7 for a lack of memory, 51 with the words of anything
+    /// else.
+    static RunTimeFailure ofCaught();
 
     int number() const { return m_number; }
     const QString &description() const { return m_description; }

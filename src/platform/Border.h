@@ -1,12 +1,13 @@
 #pragma once
 
 #include "base/RunTimeFailure.h"
+#include "base/Task.h"
 #include "platform/ProgramEnd.h"
 
 class Dialogs;
 
 /// Where failures stop: Qt bears no exception through its frames, so every handler of a Qt event runs in
-/// here. A RunTimeFailure that reaches the border is fatal: the system's error box, then the end of the
+/// here. One that reaches the border is fatal, whatever its type: the system's error box, then the end of the
 /// program.
 class Border
 {
@@ -18,14 +19,15 @@ public:
     {
         try {
             handler();
-        } catch (const RunTimeFailure &failure) {
-            endWith(failure);
         } catch (const ProgramEnding &) { // the handler is unwound, the event loops are on their way out
+        } catch (const TaskCancelled &) { // and so is one whose task its user cancelled
+        } catch (...) {
+            endWithCaught();
         }
     }
 
 private:
-    void endWith(const RunTimeFailure &failure);
+    void endWithCaught() noexcept;
 
     Dialogs &m_dialogs;
     ProgramEnd &m_end;

@@ -1,11 +1,14 @@
 #include "platform/Form.h"
 
+#include "testkit/Logged.h"
 #include "testkit/Printing.h"
 #include "testkit/TestDesktop.h"
 #include "testkit/Ui.h"
 
 #include <QPushButton>
 #include <gtest/gtest.h>
+#include <new>
+#include <stdexcept>
 
 namespace {
 
@@ -121,6 +124,30 @@ TEST_F(FormTest, aFatalFailureShowsItsBoxEndsTheProgramAndUnwindsWaitingHandlers
     EXPECT_EQ(system.log.take(), (QStringList{QStringLiteral("begin"), QStringLiteral("end 1")}));
     QTimer::singleShot(0, form.get(), [&] { form->unload(); });
     EXPECT_THROW(form->showModal(nullptr), ProgramEnding);
+}
+
+TEST_F(FormTest, whateverReachesTheBorderIsToldInTheErrorBox)
+{
+    struct Row
+    {
+        std::function<void()> thrower;
+        const char *text;
+    };
+    const Row rows[] = {
+        {[] { throw std::bad_alloc(); }, "Run-time error '7':\n\nOut of memory"},
+        {[] { throw std::runtime_error("no way"); }, "Run-time error '51':\n\nInternal error: no way"},
+        {[] { throw 42; }, "Run-time error '51':\n\nInternal error"},
+    };
+    for (const Row &row : rows) {
+        int code = -1;
+        ProgramEnd end([&](int with) { code = with; });
+        system.dialogs.expectWholeBox({.text = QString::fromLatin1(row.text), .icon = BoxIcon::Critical});
+        Border(system.dialogs, end).run(row.thrower);
+        EXPECT_EQ(code, 1);
+        EXPECT_EQ(takeLogged("tonelift.program").size(), 1);
+    }
+    system.border.run([] { throw TaskCancelled(); });
+    EXPECT_FALSE(system.end.isEnding()) << "who cancels a task expects that";
 }
 
 } // namespace

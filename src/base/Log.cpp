@@ -1,0 +1,9 @@
+#include "base/Log.h"
+
+Q_LOGGING_CATEGORY(logConvert, "tonelift.convert", QtWarningMsg)
+Q_LOGGING_CATEGORY(logDrive, "tonelift.drive", QtWarningMsg)
+Q_LOGGING_CATEGORY(logNet, "tonelift.net", QtWarningMsg)
+Q_LOGGING_CATEGORY(logProgram, "tonelift.program", QtWarningMsg)
+Q_LOGGING_CATEGORY(logRip, "tonelift.rip", QtWarningMsg)
+Q_LOGGING_CATEGORY(logSettings, "tonelift.settings", QtWarningMsg)
+Q_LOGGING_CATEGORY(logTags, "tonelift.tags", QtWarningMsg)
