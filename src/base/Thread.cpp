@@ -1,5 +1,6 @@
 #include "base/Thread.h"
 
+#include "base/Log.h"
 #include "base/RunTimeFailure.h"
 
 #include <atomic>
@@ -27,7 +28,8 @@ void runNamed(const std::stop_token &stop, const char *name, const std::function
     pthread_setname_np(pthread_self(), name);
     try {
         run(stop);
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        qCCritical(logProgram) << "Thread" << name << "ended by" << failure.what();
     }
 }
 

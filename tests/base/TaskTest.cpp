@@ -3,7 +3,9 @@
 #include "base/RunTimeFailure.h"
 #include "testkit/Ui.h"
 
+#include <QCursor>
 #include <QEventLoop>
+#include <QWindow>
 #include <array>
 #include <atomic>
 #include <condition_variable>
@@ -32,6 +34,16 @@ int workUntilStopped(const std::stop_token &stop)
     return -1;
 }
 
+/// A window that counts the moves of the mouse over it.
+class MoveCounter : public QWindow
+{
+public:
+    int count = 0;
+
+protected:
+    void mouseMoveEvent(QMouseEvent *) override { ++count; }
+};
+
 } // namespace
 
 TEST(TaskTest, whatTheWorkReturnsReachesTheCallerWhoseClocksGoOnMeanwhile)
@@ -54,6 +66,23 @@ TEST(TaskTest, whatTheWorkThrowsReachesTheCallerWhateverItIs)
     EXPECT_THROW(thrown(RunTimeFailure(RunTimeFailure::DiskFull)), RunTimeFailure);
     EXPECT_THROW(thrown(std::bad_alloc()), std::bad_alloc);
     EXPECT_THROW(thrown(7), int);
+}
+
+TEST(TaskTest, theMouseWaitsForTheEndUnlessTheCallerTakesInput)
+{
+    MoveCounter window;
+    window.setGeometry(0, 0, 100, 100);
+    window.show();
+    QCoreApplication::processEvents();
+    for (const bool takesInput : {false, true}) {
+        window.count = 0;
+        QCursor::setPos(takesInput ? 40 : 30, 10);
+        const Gate gate = closedGate();
+        QTimer::singleShot(20ms, [gate] { gate->release(); });
+        doBeside("work", [gate](const auto &) { gate->acquire(); }, {.takesInput = takesInput});
+        EXPECT_EQ(window.count, takesInput ? 1 : 0);
+        EXPECT_TRUE(waitFor([&] { return window.count == 1; })) << "late, but not lost";
+    }
 }
 
 TEST(TaskTest, aWorkThatIsCancelledReturnsWhatItHas)

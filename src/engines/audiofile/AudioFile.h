@@ -10,8 +10,9 @@ namespace audiofile {
 
 /// Files that are read are decoded ahead in a thread. Files that are written take their name when `CloseFile`
 /// finishes them; one that met a failure, or that `DropFile`, another `OpenWrite` or the end of the object
-/// overtakes, is dropped. All calls come from one thread, whose events without user input go on while
-/// `CloseFile` waits for the encoders and the disk.
+/// overtakes, is dropped. All failures are RunTimeFailures, for want of memory (7), too, and leave a trace in the
+/// log. All calls come from one thread, whose events without user input go on while `CloseFile` waits for the
+/// encoders and the disk.
 class AudioFile final : public NCTAudioFile
 {
 public:
@@ -46,11 +47,12 @@ private:
     /// A file in the making. The encoder comes once the input's format is known.
     struct Target
     {
-        Target(const QString &path, std::shared_ptr<const codecs::EncoderRecipe> format)
-            : file(path), recipe(std::move(format))
+        Target(const QString &target, std::shared_ptr<const codecs::EncoderRecipe> format)
+            : path(target), file(target), recipe(std::move(format))
         {}
         codecs::Encoder &encoderOf(const codecs::PcmFormat &input);
 
+        const QString path;
         files::WholeFile file;
         const std::shared_ptr<const codecs::EncoderRecipe> recipe;
         std::unique_ptr<codecs::Encoder> encoder;
@@ -63,6 +65,7 @@ private:
     OutputFormat m_output;
     std::optional<QString> m_sourceText; ///< while it's the source that is described
     qint32 m_status = 0;
+    QString m_sourcePath;
     std::unique_ptr<ReadAhead> m_source;
     std::unique_ptr<Target> m_target;
     codecs::PcmFormat m_input;

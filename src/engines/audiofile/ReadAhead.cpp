@@ -1,5 +1,7 @@
 #include "engines/audiofile/ReadAhead.h"
 
+#include "base/Thread.h"
+
 #include <algorithm>
 
 namespace audiofile {
@@ -9,7 +11,7 @@ ReadAhead::ReadAhead(std::unique_ptr<AudioSource> source)
       // Two seconds of sound: more than any reader takes at once, so that the next is being made meanwhile.
       m_mostValues(2 * static_cast<std::size_t>(m_source->format().rate) *
                    static_cast<std::size_t>(m_source->format().channels)),
-      m_thread([this] { decode(); })
+      m_thread(startThread("file reader", [this](const auto &) { run(); }))
 {}
 
 ReadAhead::~ReadAhead()
@@ -19,7 +21,6 @@ ReadAhead::~ReadAhead()
         m_stopped = true;
     }
     m_changed.notify_all();
-    m_thread.join();
 }
 
 std::vector<qint16> ReadAhead::read(std::size_t count)
@@ -35,29 +36,30 @@ std::vector<qint16> ReadAhead::read(std::size_t count)
     return values;
 }
 
-void ReadAhead::decode()
+void ReadAhead::run()
 {
-    for (;;) {
-        std::vector<qint16> values;
-        std::exception_ptr failure;
-        try {
-            values = m_source->read();
-        } catch (...) {
-            failure = std::current_exception();
+    std::exception_ptr failure;
+    try {
+        while (decodeSome()) {
         }
-        std::unique_lock lock(m_mutex);
-        m_values.insert(m_values.end(), values.begin(), values.end());
-        if (values.empty()) {
-            m_failure = failure;
-            m_ended = true;
-            m_changed.notify_all();
-            return;
-        }
-        m_changed.notify_all();
-        m_changed.wait(lock, [&] { return m_stopped || m_values.size() < m_mostValues; });
-        if (m_stopped)
-            return;
+    } catch (...) {
+        failure = std::current_exception();
     }
+    const std::lock_guard lock(m_mutex);
+    m_failure = failure;
+    m_ended = true;
+    m_changed.notify_all();
+}
+
+/// False: there is no more, or no more is wanted.
+bool ReadAhead::decodeSome()
+{
+    const std::vector<qint16> values = m_source->read();
+    std::unique_lock lock(m_mutex);
+    m_values.insert(m_values.end(), values.begin(), values.end());
+    m_changed.notify_all();
+    m_changed.wait(lock, [&] { return m_stopped || m_values.size() < m_mostValues; });
+    return !m_stopped && !values.empty();
 }
 
 } // namespace audiofile

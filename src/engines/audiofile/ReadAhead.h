@@ -14,6 +14,7 @@ namespace audiofile {
 class ReadAhead
 {
 public:
+    /// Raises a RunTimeFailure (7) where no thread can be started.
     explicit ReadAhead(std::unique_ptr<AudioSource> source);
     /// Waits for no more than the decoding of one packet.
     ~ReadAhead();
@@ -25,7 +26,8 @@ public:
     std::vector<qint16> read(std::size_t count);
 
 private:
-    void decode();
+    void run();
+    bool decodeSome();
 
     const std::unique_ptr<AudioSource> m_source;
     const std::size_t m_mostValues;
@@ -35,7 +37,7 @@ private:
     bool m_ended = false;
     bool m_stopped = false;
     std::exception_ptr m_failure;
-    std::thread m_thread; // starts last
+    std::jthread m_thread; // starts last
 };
 
 } // namespace audiofile

@@ -1,5 +1,6 @@
 #include "engines/cdrom/CdEngineJob.h"
 
+#include "base/Log.h"
 #include "base/RunTimeFailure.h"
 #include "engines/codecs/WavEncoder.h"
 
@@ -110,8 +111,14 @@ bool CdEngine::StartExtraction()
     m_job->work = std::make_shared<Extraction>(
         ExtractionPlan{m_selected->drive, m_queueToc, m_queue, std::move(recipe)},
         [inbox = m_job->inbox](const ExtractionEvent &event) { inbox->post(event); });
-    m_job->reader = LooseThread("rip reader", [work = m_job->work](const auto &) { work->read(); });
-    m_job->writer = LooseThread("rip writer", [work = m_job->work](const auto &) { work->write(); });
+    try {
+        m_job->reader = LooseThread("rip reader", [work = m_job->work](const auto &) { work->read(); });
+        m_job->writer = LooseThread("rip writer", [work = m_job->work](const auto &) { work->write(); });
+    } catch (const RunTimeFailure &failure) {
+        qCWarning(logRip) << "Extraction isn't started:" << failure.what();
+        dropJob();
+        return false;
+    }
     m_job->sinceTold.start();
     m_heart.start();
     return true;

@@ -1,5 +1,6 @@
 #include "engines/cdrom/DriveWatcher.h"
 
+#include "base/Log.h"
 #include "base/RunTimeFailure.h"
 
 #include <condition_variable>
@@ -51,7 +52,7 @@ void DriveWatcher::Watch::run()
             if (tray)
                 drive->moveTray(*tray);
             see(drive->medium());
-        } catch (const RunTimeFailure &) {
+        } catch (const std::exception &) {
             see({});
         }
         lock.lock();
@@ -79,8 +80,9 @@ void DriveWatcher::Watch::see(const MediumState &state)
             try {
                 toc = std::make_shared<const DiscToc>(drive->readToc());
                 attemptsLeft = 0;
-            } catch (const RunTimeFailure &) {
-                // No readable disc.
+            } catch (const RunTimeFailure &failure) { // no readable disc
+                qCWarning(logDrive).noquote()
+                    << drive->texts().address << "has no readable disc:" << failure.what();
             }
             const bool same = !other && toc && next.toc && *toc == *next.toc;
             if (!same)
@@ -96,10 +98,10 @@ void DriveWatcher::Watch::see(const MediumState &state)
     view = next;
 }
 
-DriveWatcher::DriveWatcher(std::shared_ptr<Drive> drive)
-    : m_watch(std::make_shared<Watch>(std::move(drive))),
-      m_thread("drive watcher", [watch = m_watch](const auto &) { watch->run(); })
-{}
+DriveWatcher::DriveWatcher(std::shared_ptr<Drive> drive) : m_watch(std::make_shared<Watch>(std::move(drive)))
+{
+    isWatching();
+}
 
 DriveWatcher::~DriveWatcher()
 {
@@ -108,14 +110,32 @@ DriveWatcher::~DriveWatcher()
     m_watch->wake.notify_all();
 }
 
-DiscView DriveWatcher::view() const
+bool DriveWatcher::isWatching()
 {
+    try {
+        if (m_thread.hasEnded())
+            m_thread = LooseThread("drive watcher", [watch = m_watch](const auto &) { watch->run(); });
+        return true;
+    } catch (const RunTimeFailure &failure) {
+        if (!std::exchange(m_toldTrouble, true))
+            qCWarning(logDrive).noquote()
+                << m_watch->drive->texts().address << "isn't watched:" << failure.what();
+        return false;
+    }
+}
+
+DiscView DriveWatcher::view()
+{
+    if (!isWatching())
+        return {};
     const std::lock_guard lock(m_watch->mutex);
     return m_watch->view;
 }
 
 DiscView DriveWatcher::look(std::chrono::milliseconds atMost)
 {
+    if (!isWatching())
+        return {};
     std::unique_lock lock(m_watch->mutex);
     const quint64 mine = ++m_watch->looksAsked;
     m_watch->wake.notify_all();
@@ -125,6 +145,7 @@ DiscView DriveWatcher::look(std::chrono::milliseconds atMost)
 
 void DriveWatcher::moveTray(bool open)
 {
+    isWatching();
     const std::lock_guard lock(m_watch->mutex);
     m_watch->trayAsked = open;
     m_watch->wake.notify_all();

@@ -17,7 +17,8 @@ struct DiscView
 };
 
 /// Watches one drive from a thread of its own, so that questions about its disc are answered at once whatever
-/// the drive does. A thread that hangs in its drive is left behind.
+/// the drive does. A thread that hangs in its drive is left behind. Where none can be started the drive has
+/// no disc, and each question tries again. All operations belong to one thread.
 class DriveWatcher
 {
 public:
@@ -27,7 +28,7 @@ public:
     DriveWatcher &operator=(const DriveWatcher &) = delete;
 
     /// What the last look saw.
-    DiscView view() const;
+    DiscView view();
     /// Looks now, and waits for that no longer than told.
     DiscView look(std::chrono::milliseconds atMost);
     /// Has the tray moved, and returns at once.
@@ -35,8 +36,12 @@ public:
 
 private:
     struct Watch;
+    /// False: no thread can be started.
+    bool isWatching();
+
     std::shared_ptr<Watch> m_watch;
     LooseThread m_thread;
+    bool m_toldTrouble = false;
 };
 
 } // namespace cdrom

@@ -1,10 +1,12 @@
 #include "engines/cdrom/Extraction.h"
 
+#include "base/Log.h"
 #include "base/RunTimeFailure.h"
 #include "components/CDRipperX.h"
 #include "files/WholeFile.h"
 
 #include <QElapsedTimer>
+#include <new>
 
 namespace cdrom {
 
@@ -102,9 +104,11 @@ void Extraction::read()
         for (std::size_t i = 0; i < m_plan.tracks.size() && !m_cancelled; ++i)
             if (!readTrack(*reader, i))
                 break;
-    } catch (const RunTimeFailure &) {
+    } catch (const RunTimeFailure &failure) {
+        qCWarning(logRip).noquote() << m_plan.drive->texts().address << "can't be read:" << failure.what();
         report(CDRipperX::DriveFailed);
-    } catch (const std::exception &) { // no memory, or no thread to be had
+    } catch (const std::exception &failure) {
+        qCWarning(logRip).noquote() << m_plan.drive->texts().address << "can't be read:" << failure.what();
         report(CDRipperX::BufferFailed);
     }
     m_pipe.close();
@@ -116,24 +120,36 @@ bool Extraction::readTrack(AudioReader &reader, std::size_t index)
     const QueuedTrack &queued = m_plan.tracks[index];
     m_reading = static_cast<int>(index);
     m_pipe.push({PipeItem::Kind::TrackBegins, 0, m_reading, {}});
+    ReadResult result = ReadResult::Lost;
+    try {
+        result = readSectors(reader, queued);
+    } catch (const std::bad_alloc &) {
+        report(CDRipperX::BufferFailed);
+    }
+    if (result == ReadResult::Lost || result == ReadResult::NoDisc)
+        qCWarning(logRip).noquote() << queued.file << "given up: its sectors can't be read";
+    m_pipe.push({PipeItem::Kind::TrackEnds, result == ReadResult::Read ? 1 : 0, 0, {}});
+    if (result == ReadResult::NoDisc)
+        report(CDRipperX::DriveFailed);
+    return result != ReadResult::NoDisc;
+}
+
+ReadResult Extraction::readSectors(AudioReader &reader, const QueuedTrack &queued)
+{
     reader.begin(queued.track.start, queued.lastSector());
-    ReadResult result = ReadResult::Read;
     for (qint32 sector = queued.track.start; sector <= queued.lastSector();) {
         PipeItem block{PipeItem::Kind::Sectors, 0, sector, {}};
         qint32 count = std::min(BlockSectors, queued.lastSector() - sector + 1);
         block.samples.resize(static_cast<std::size_t>(count) * SamplesPerSector);
-        result = reader.read(block.samples.data(), count);
+        const ReadResult result = reader.read(block.samples.data(), count);
         if (result != ReadResult::Read)
-            break;
+            return result;
         block.samples.resize(static_cast<std::size_t>(count) * SamplesPerSector);
         sector += count;
         if (!m_pipe.push(std::move(block)))
             break;
     }
-    m_pipe.push({PipeItem::Kind::TrackEnds, result == ReadResult::Read ? 1 : 0, 0, {}});
-    if (result == ReadResult::NoDisc)
-        report(CDRipperX::DriveFailed);
-    return result != ReadResult::NoDisc;
+    return ReadResult::Read;
 }
 
 void Extraction::postStatus(qint32 code, qint32 value)
@@ -149,7 +165,8 @@ void Extraction::write()
             take(*item);
     } catch (const Cancelled &) {
         // What an encoder still worked on is dropped with its file.
-    } catch (const std::exception &) {
+    } catch (const std::exception &failure) {
+        qCWarning(logRip) << "Extraction ended:" << failure.what();
         m_pipe.cut();
         giveUp(CDRipperX::BufferFailed);
     }
@@ -175,38 +192,47 @@ void Extraction::take(const PipeItem &item)
     }
 }
 
+/// Does a step of the present track's file. A failure gives the track up, with the code that is told of it; a
+/// lack of memory has its own, and a refusal may have. False then.
+template <typename Step>
+bool Extraction::attempt(qint32 code, Step step, std::optional<qint32> ifRefused)
+{
+    try {
+        step();
+        return true;
+    } catch (const std::exception &) {
+        const RunTimeFailure failure = RunTimeFailure::ofCaught();
+        qCWarning(logRip).noquote() << m_plan.tracks[static_cast<std::size_t>(m_writing)].file
+                                    << "given up:" << failure.what();
+        if (failure.number() == RunTimeFailure::OutOfMemory)
+            code = CDRipperX::BufferFailed;
+        else if (failure.number() == RunTimeFailure::InvalidCall)
+            code = ifRefused.value_or(code);
+        giveUp(code);
+        return false;
+    }
+}
+
 void Extraction::beginTrack(std::size_t index)
 {
     const QueuedTrack &queued = m_plan.tracks[index];
     m_writing = static_cast<int>(index);
     m_post({ExtractionEvent::Kind::TrackStarted, m_writing});
-    try {
-        m_file = std::make_unique<TrackFile>(queued);
-    } catch (const RunTimeFailure &) {
-        giveUp(CDRipperX::CreateFailed);
+    if (!attempt(CDRipperX::CreateFailed, [&] { m_file = std::make_unique<TrackFile>(queued); }))
         return;
-    }
-    try {
-        m_file->open(*m_plan.recipe, [this] {
-            if (m_cancelled)
-                throw Cancelled();
-        });
-    } catch (const RunTimeFailure &failure) {
-        giveUp(failure.number() == RunTimeFailure::InvalidCall ? CDRipperX::BufferFailed
-                                                               : CDRipperX::WriteFailed);
-    }
+    const auto endIfCancelled = [this] {
+        if (m_cancelled)
+            throw Cancelled();
+    };
+    attempt(
+        CDRipperX::WriteFailed, [&] { m_file->open(*m_plan.recipe, endIfCancelled); },
+        CDRipperX::BufferFailed);
 }
 
 void Extraction::encode(const std::vector<qint16> &samples)
 {
-    if (!m_file)
+    if (!m_file || !attempt(CDRipperX::WriteFailed, [&] { m_file->encode(samples); }))
         return;
-    try {
-        m_file->encode(samples);
-    } catch (const RunTimeFailure &) {
-        giveUp(CDRipperX::WriteFailed);
-        return;
-    }
     if (m_file->progressIsDue())
         postStatus(CDRipperX::Progress, m_file->sector());
 }
@@ -220,22 +246,14 @@ void Extraction::endTrack(bool whole)
         postStatus(CDRipperX::FileAborted);
         return;
     }
-    try {
-        m_file->finish();
-    } catch (const RunTimeFailure &) {
-        giveUp(CDRipperX::WriteFailed);
+    if (!attempt(CDRipperX::WriteFailed, [&] { m_file->finish(); }))
         return;
-    }
     // Whoever divides by the length of a track of one sector would divide by nothing.
     const QueuedTrack &queued = m_plan.tracks[static_cast<std::size_t>(m_writing)];
     if (queued.track.length > 1)
         postStatus(CDRipperX::Progress, queued.lastSector());
-    try {
-        m_file->commit();
-    } catch (const RunTimeFailure &) {
-        giveUp(CDRipperX::CloseFailed);
+    if (!attempt(CDRipperX::CloseFailed, [&] { m_file->commit(); }))
         return;
-    }
     m_file.reset();
     m_post({ExtractionEvent::Kind::TrackFinished});
 }

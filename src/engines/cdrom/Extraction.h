@@ -4,6 +4,7 @@
 #include "engines/codecs/Encoder.h"
 
 #include <atomic>
+#include <optional>
 
 namespace cdrom {
 
@@ -37,8 +38,8 @@ struct ExtractionEvent
 /// The work of one rip, in two threads that the owner provides: one reads the tracks in order, ahead of the
 /// other, which encodes them into files. Both may outlive their owner, when a drive hangs.
 ///
-/// A track whose file or sectors fail is given up and the next one goes on; its file appears only when all
-/// samples went into it.
+/// A track whose file or sectors fail, or that lacks memory, is given up and the next one goes on; its file
+/// appears only when all samples went into it.
 class Extraction
 {
 public:
@@ -60,10 +61,13 @@ private:
     class TrackFile;
 
     bool readTrack(AudioReader &reader, std::size_t index);
+    ReadResult readSectors(AudioReader &reader, const QueuedTrack &queued);
     ReadHooks hooks();
     void report(qint32 code, qint32 value = 0);
 
     void take(const PipeItem &item);
+    template <typename Step>
+    bool attempt(qint32 code, Step step, std::optional<qint32> ifRefused = {});
     void beginTrack(std::size_t index);
     void encode(const std::vector<qint16> &samples);
     void endTrack(bool whole);

@@ -1,5 +1,6 @@
 #include "engines/cdrom/Player.h"
 
+#include "base/Log.h"
 #include "base/RunTimeFailure.h"
 
 #include <QEventLoop>
@@ -106,8 +107,8 @@ void Player::Work::run()
         lock.unlock();
         try {
             play(from, wanted, played);
-        } catch (const RunTimeFailure &) {
-            // No disc, or none that can be read: there is nothing to hear.
+        } catch (const std::exception &failure) { // no disc, or none that can be read
+            qCWarning(logDrive).noquote() << from->texts().address << "can't be played:" << failure.what();
         }
         lock.lock();
         if (number == played)
@@ -169,8 +170,13 @@ void Player::play(std::shared_ptr<Drive> drive, const DiscTrack &track)
         m_work->state = State::Playing;
         m_work->changed.notify_all();
     }
-    if (m_thread.hasEnded())
-        m_thread = LooseThread("player", [work = m_work](const auto &) { work->run(); });
+    try {
+        if (m_thread.hasEnded())
+            m_thread = LooseThread("player", [work = m_work](const auto &) { work->run(); });
+    } catch (const RunTimeFailure &failure) {
+        qCWarning(logDrive) << "Nothing is played:" << failure.what();
+        stop(); // there is nothing to hear, as without a disc
+    }
 }
 
 void Player::change(State from, State to)

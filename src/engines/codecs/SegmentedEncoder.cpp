@@ -1,5 +1,7 @@
 #include "engines/codecs/SegmentedEncoder.h"
 
+#include "base/Thread.h"
+
 #include <algorithm>
 #include <chrono>
 
@@ -29,8 +31,6 @@ SegmentedEncoder::~SegmentedEncoder()
         m_waiting.clear();
     }
     m_jobsChanged.notify_all();
-    for (std::thread &thread : m_threads)
-        thread.join();
 }
 
 qint64 SegmentedEncoder::pendingFrames() const
@@ -91,9 +91,17 @@ void SegmentedEncoder::hand(Piece piece)
     job->piece = std::move(piece);
     const std::scoped_lock lock(m_mutex);
     m_open.push_back(job);
+    try {
+        if (m_threads.size() < std::min(m_threadLimit, m_open.size()))
+            m_threads.push_back(startThread("encoder", [this](const auto &) { work(); }));
+    } catch (const std::exception &) {
+        if (m_threads.empty()) {
+            job->failure = std::current_exception();
+            job->done = true;
+            return;
+        }
+    }
     m_waiting.push_back(job);
-    if (m_threads.size() < std::min(m_threadLimit, m_open.size()))
-        m_threads.emplace_back([this] { work(); });
     m_jobsChanged.notify_one();
 }
 

@@ -14,8 +14,9 @@ namespace codecs {
 ///
 /// At most one piece more than there are threads is open at a time, in work or waiting for its turn; so
 /// memory is bounded, and `encode` may run ahead of the encoders by that. A failure shows at the call at
-/// which its piece's turn comes, `finish` at the latest. Destroying it stops the threads within a frame of
-/// the codec.
+/// which its piece's turn comes, `finish` at the latest. Where the system has fewer threads than told, those
+/// that there are do the work; it fails (7) where there is none. Destroying it stops the threads within a
+/// frame of the codec.
 class SegmentedEncoder final : public Encoder
 {
 public:
@@ -62,7 +63,7 @@ private:
     std::condition_variable m_jobDone;
     std::deque<std::shared_ptr<Job>> m_open;    ///< in the order of the stream
     std::deque<std::shared_ptr<Job>> m_waiting; ///< of those, the ones that no thread has taken
-    std::vector<std::thread> m_threads;
+    std::vector<std::jthread> m_threads;
 };
 
 } // namespace codecs

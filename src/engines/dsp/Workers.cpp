@@ -1,11 +1,20 @@
 #include "engines/dsp/Workers.h"
 
+#include "base/Log.h"
+#include "base/Thread.h"
+
+#include <utility>
+
 namespace dsp {
 
 Workers::Workers(int threads)
 {
-    for (int n = 1; n < threads; ++n)
-        m_helpers.emplace_back([this] { help(); });
+    try {
+        for (int n = 1; n < threads; ++n)
+            m_helpers.push_back(startThread("encoder part", [this](const auto &) { help(); }));
+    } catch (const std::exception &failure) {
+        qCWarning(logProgram) << "Encoding goes on with" << this->threads() << "threads:" << failure.what();
+    }
 }
 
 Workers::~Workers()
@@ -15,17 +24,10 @@ Workers::~Workers()
         m_ending = true;
     }
     m_wanted.notify_all();
-    for (std::thread &helper : m_helpers)
-        helper.join();
 }
 
 void Workers::run(int parts, const Part &part)
 {
-    if (m_helpers.empty()) {
-        for (int n = 0; n < parts; ++n)
-            part(n);
-        return;
-    }
     std::unique_lock lock(m_mutex);
     m_part = &part;
     m_parts = parts;
@@ -34,6 +36,8 @@ void Workers::run(int parts, const Part &part)
     work(lock);
     m_done.wait(lock, [this] { return m_running == 0; });
     m_part = nullptr;
+    if (m_failure)
+        std::rethrow_exception(std::exchange(m_failure, nullptr));
 }
 
 void Workers::help()
@@ -53,8 +57,18 @@ void Workers::work(std::unique_lock<std::mutex> &lock)
         const int part = m_next++;
         ++m_running;
         lock.unlock();
-        (*m_part)(part);
+        std::exception_ptr failure;
+        try {
+            (*m_part)(part);
+        } catch (...) {
+            failure = std::current_exception();
+        }
         lock.lock();
+        if (failure) {
+            m_next = m_parts;
+            if (!m_failure)
+                m_failure = failure;
+        }
         --m_running;
     }
     if (m_running == 0)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <exception>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -15,12 +16,15 @@ class Workers
 public:
     using Part = std::function<void(int part)>;
 
+    /// With fewer threads than told where the system has no more.
     explicit Workers(int threads);
     ~Workers();
     Workers(const Workers &) = delete;
     Workers &operator=(const Workers &) = delete;
 
-    /// Calls `part` with 0 to parts - 1; returns when all have. The parts don't throw.
+    int threads() const { return static_cast<int>(m_helpers.size()) + 1; }
+    /// Calls `part` with 0 to parts - 1; returns when all have. What a part throws first is thrown from here,
+    /// once all that had begun have ended; further ones don't begin.
     void run(int parts, const Part &part);
 
 private:
@@ -34,8 +38,9 @@ private:
     int m_parts = 0;
     int m_next = 0;
     int m_running = 0;
+    std::exception_ptr m_failure;
     bool m_ending = false;
-    std::vector<std::thread> m_helpers;
+    std::vector<std::jthread> m_helpers;
 };
 
 } // namespace dsp

@@ -1,5 +1,7 @@
 #include "Pump.h"
+#include "base/Thread.h"
 #include "testkit/FakeNCTAudioFile.h"
+#include "testkit/Logged.h"
 #include "testkit/Printing.h"
 #include "testkit/Signals.h"
 
@@ -105,5 +107,29 @@ TEST_P(AudioFileContract, aTargetTakesWhatItIsGivenUntilItIsClosed)
 
 INSTANTIATE_TEST_SUITE_P(DoubleAndEngine, AudioFileContract, ::testing::Bool(),
                          [](const auto &row) { return row.param ? "engine" : "testDouble"; });
+
+TEST(AudioFileTest, whereThereIsNoThreadTheStatusAndTheFailureSayIt)
+{
+    const Folder folder;
+    const QString source = folder.put(
+        QStringLiteral("a.wav"), testkit::encode(*codecs::wavRecipe({{8000, 1}, 16}), {8000, 1}, {1, 2, 3}));
+    const QString target = folder.path(QStringLiteral("b.wav"));
+    audiofile::AudioFile file;
+    file.SetWAVFormat(8000, 1, 16);
+    file.OpenWrite(target);
+    {
+        const ThreadShortage shortage(0);
+        EXPECT_EQ(failureOf([&] { file.CloseFile(); }), RunTimeFailure::OutOfMemory);
+        file.OpenRead(source);
+        EXPECT_EQ(file.Status(), -RunTimeFailure::OutOfMemory);
+    }
+    EXPECT_FALSE(QFileInfo::exists(target));
+    const QStringList logged = takeLogged("tonelift.convert");
+    ASSERT_EQ(logged.size(), 2);
+    EXPECT_TRUE(logged[0].startsWith(target)) << logged[0].toStdString();
+    EXPECT_TRUE(logged[1].startsWith(source)) << logged[1].toStdString();
+    file.OpenRead(source);
+    EXPECT_EQ(file.Status(), 0);
+}
 
 } // namespace

@@ -2,8 +2,10 @@
 
 #include "SignalLog.h"
 #include "base/RunTimeFailure.h"
+#include "base/Thread.h"
 #include "engines/cdrom/ImageDrive.h"
 #include "testkit/DiscFolder.h"
+#include "testkit/Logged.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 
@@ -318,6 +320,25 @@ TEST_F(CdEngineTest, aBusyDriveKeepsItsDiscAndTheContentsAreReadOncePerDisc)
     drive->put(Medium::Present, 4);
     EXPECT_TRUE(comes(engine, CDRipperX::NoDisc)) << "another one is";
     EXPECT_EQ(engine.TrackCount(), 4);
+}
+
+TEST_F(CdEngineTest, aDriveForWhichThereIsNoThreadHasNoDiscUntilThereIsOne)
+{
+    writeDisc(QStringLiteral("a"));
+    CdEngine engine(folder.path());
+    {
+        const ThreadShortage shortage(0);
+        EXPECT_TRUE(engine.SelectDrive(0));
+        EXPECT_FALSE(engine.DiscReady());
+        EXPECT_EQ(engine.DriveStatus(), CDRipperX::NoDisc);
+        EXPECT_EQ(takeLogged("tonelift.drive").size(), 1) << "it is told once";
+    }
+    EXPECT_TRUE(comes(engine, CDRipperX::NoDisc));
+    EXPECT_TRUE(waitFor([&] { return engine.DiscReady(); }));
+    EXPECT_EQ(engine.TrackCount(), 2);
+    const ThreadShortage shortage(0);
+    engine.PlayTrack(1);
+    EXPECT_EQ(engine.DriveStatus(), CDRipperX::DiscIdle) << "nothing is heard";
 }
 
 } // namespace

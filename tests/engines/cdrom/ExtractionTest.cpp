@@ -1,15 +1,20 @@
 #include "SignalLog.h"
 #include "base/RunTimeFailure.h"
+#include "base/Thread.h"
 #include "demodisc/DemoDisc.h"
 #include "engines/cdrom/CdEngine.h"
 #include "engines/cdrom/ImageDrive.h"
 #include "engines/codecs/Encoder.h"
 #include "testkit/DiscFolder.h"
 #include "testkit/FullDisk.h"
+#include "testkit/Logged.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 
 #include <QPointer>
+#include <csignal>
+#include <new>
+#include <sys/resource.h>
 
 namespace {
 
@@ -57,6 +62,74 @@ public:
     }
 
     mutable std::atomic<int> alive = 0;
+};
+
+/// An encoder for whose first stream there is no memory.
+class ShortOfMemory : public QObject,
+                      public codecs::EncoderSource,
+                      public codecs::EncoderRecipe,
+                      public std::enable_shared_from_this<ShortOfMemory>
+{
+public:
+    std::shared_ptr<const codecs::EncoderRecipe> recipe() const override { return shared_from_this(); }
+
+    std::unique_ptr<codecs::Encoder> create(const codecs::PcmFormat &, engines::ByteSink &,
+                                            int) const override
+    {
+        struct Failing : codecs::Encoder
+        {
+            void encode(const qint16 *, qsizetype) override { throw std::bad_alloc(); }
+            void finish() override {}
+        };
+        struct Silent : Failing
+        {
+            void encode(const qint16 *, qsizetype) override {}
+        };
+        return m_made++ == 0 ? std::make_unique<Failing>() : std::make_unique<Silent>();
+    }
+
+private:
+    mutable int m_made = 0;
+};
+
+/// A drive whose readers find no memory for one sector.
+class ShortOfMemoryDrive : public Drive
+{
+public:
+    ShortOfMemoryDrive(std::shared_ptr<Drive> drive, qint32 sector)
+        : m_drive(std::move(drive)), m_sector(sector)
+    {}
+
+    DriveTexts texts() const override { return m_drive->texts(); }
+    qint16 maxSpeed() const override { return m_drive->maxSpeed(); }
+    void setSpeed(qint16 factor) override { m_drive->setSpeed(factor); }
+    MediumState medium() override { return m_drive->medium(); }
+    DiscToc readToc() override { return m_drive->readToc(); }
+    void moveTray(bool open) override { m_drive->moveTray(open); }
+    std::unique_ptr<AudioReader> openReader(ReadFor purpose, const ReadHooks &hooks) override
+    {
+        struct Reader : AudioReader
+        {
+            const DiscToc &toc() const override { return inner->toc(); }
+            void begin(qint32 first, qint32 last) override
+            {
+                if (first <= failing && failing <= last)
+                    throw std::bad_alloc();
+                inner->begin(first, last);
+            }
+            ReadResult read(qint16 *samples, qint32 &count) override { return inner->read(samples, count); }
+            std::unique_ptr<AudioReader> inner;
+            qint32 failing = 0;
+        };
+        auto reader = std::make_unique<Reader>();
+        reader->inner = m_drive->openReader(purpose, hooks);
+        reader->failing = m_sector;
+        return reader;
+    }
+
+private:
+    const std::shared_ptr<Drive> m_drive;
+    const qint32 m_sector;
 };
 
 class ExtractionTest : public ::testing::Test
@@ -209,6 +282,52 @@ TEST_F(ExtractionTest, aFileThatCantBeWrittenIsToldAndTheNextTrackGoesOn)
     EXPECT_EQ(told.filter(QStringLiteral("status")), QStringList({"status 10", "status 10", "status 10"}));
     EXPECT_EQ(told.mid(told.size() - 2), QStringList({"finished", "complete"}));
     EXPECT_EQ(files.entries(), QStringList(QString(255, u'y')));
+    const QStringList logged = takeLogged("tonelift.rip");
+    ASSERT_EQ(logged.size(), 3);
+    EXPECT_EQ(logged[0], target(QStringLiteral("missing/1.wav")) +
+                             QStringLiteral(" given up: Run-time error '76': No such file or directory"));
+}
+
+TEST_F(ExtractionTest, whatLacksMemoryOrThreadsIsGivenUpAndTheNextTrackGoesOn)
+{
+    CdEngine engine({std::make_shared<ShortOfMemoryDrive>(imageDrives(discs.path())[0], 250)});
+    ASSERT_TRUE(engine.SelectDrive(0));
+    SignalLog log(engine);
+    for (qint16 track = 1; track <= 3; ++track)
+        queue(engine, track, target(QString::number(track)));
+    ASSERT_TRUE(rips(engine, log));
+    EXPECT_EQ(log.take(),
+              QStringList({"prepared", "start 1 0-199 #10", "finished", "start 2 200-399 #20", "status 9",
+                           "status 8", "start 3 400-599 #30", "finished", "complete"}))
+        << "while it is read";
+    EXPECT_EQ(files.entries(), QStringList({"1", "3"}));
+
+    const auto encoder = std::make_shared<ShortOfMemory>();
+    const auto other = engineWith();
+    SignalLog otherLog(*other);
+    other->setUseEncoder(true);
+    other->SetEncoder(encoder.get());
+    queue(*other, 1, target(QStringLiteral("first")));
+    queue(*other, 2, target(QStringLiteral("second")));
+    ASSERT_TRUE(rips(*other, otherLog));
+    EXPECT_EQ(otherLog.take(), QStringList({"prepared", "start first 0-199 #10", "status 9", "status 8",
+                                            "start second 200-399 #20", "finished", "complete"}))
+        << "while it is encoded";
+    EXPECT_EQ(files.entries(), QStringList({"1", "3", "second"}));
+}
+
+TEST_F(ExtractionTest, withoutThreadsItDoesNotStartAndLaterItDoes)
+{
+    const auto engine = engineWith();
+    SignalLog log(*engine);
+    queue(*engine, 1, target(QStringLiteral("1")));
+    for (const int there : {0, 1}) { // for the reader, for the writer
+        const ThreadShortage shortage(there);
+        EXPECT_FALSE(engine->StartExtraction());
+    }
+    EXPECT_EQ(takeLogged("tonelift.rip").size(), 2);
+    ASSERT_TRUE(rips(*engine, log));
+    EXPECT_EQ(log.take(), QStringList({"prepared", "start 1 0-199 #10", "finished", "complete"}));
 }
 
 TEST_F(ExtractionTest, aFullDiskAbortsTheTrackAndLeavesNothing)

@@ -1,6 +1,7 @@
 #include "engines/codecs/SegmentedEncoder.h"
 
 #include "base/RunTimeFailure.h"
+#include "base/Thread.h"
 #include "engines/codecs/Mp3Encoder.h"
 #include "engines/codecs/Mp3Tag.h"
 #include "engines/codecs/Recipe.h"
@@ -279,6 +280,22 @@ TEST(SegmentedEncoder, theEarliestFailureReachesTheCallerForAnyNumberOfThreads)
                   }),
                   1002);
         EXPECT_EQ(sink.content().size(), 2);
+    }
+}
+
+TEST(SegmentedEncoder, theThreadsThatThereAreDoTheWorkAndNoneIsAFailure)
+{
+    const auto samples = countUp(100);
+    for (const int there : {0, 1}) {
+        const ThreadShortage shortage(there);
+        testkit::MemorySink sink;
+        SegmentedEncoder encoder(std::make_shared<FakePieces>(), 1, sink, 3);
+        EXPECT_EQ(testkit::failureOf([&] {
+                      encoder.encode(samples.data(), 100);
+                      encoder.finish();
+                  }),
+                  there == 0 ? RunTimeFailure::OutOfMemory : 0);
+        EXPECT_EQ(sink.content().size(), there == 0 ? 0 : 13);
     }
 }
 
