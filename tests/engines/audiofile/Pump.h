@@ -50,6 +50,8 @@ struct Folder
 {
     QTemporaryDir folder;
 
+    Folder() {} // written out, so that there can be constant ones
+
     QString path(const QString &name) const { return folder.filePath(name); }
 
     QString put(const QString &name, const QByteArray &content) const

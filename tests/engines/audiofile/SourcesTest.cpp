@@ -25,7 +25,7 @@ protected:
         return readAll(reader, folder.put(QStringLiteral("a.file"), file), piece);
     }
 
-    const Folder folder{};
+    const Folder folder;
     const std::vector<qint16> sound = music(44100, 2, Frames);
     const QByteArray mp3 = encode(*codecs::mp3Recipe({}), {}, sound);
     const QByteArray wav = encode(*codecs::wavRecipe(), {}, sound);

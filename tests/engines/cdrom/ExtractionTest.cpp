@@ -73,8 +73,7 @@ class ShortOfMemory : public QObject,
 public:
     std::shared_ptr<const codecs::EncoderRecipe> recipe() const override { return shared_from_this(); }
 
-    std::unique_ptr<codecs::Encoder> create(const codecs::PcmFormat &, engines::ByteSink &,
-                                            int) const override
+    std::unique_ptr<codecs::Encoder> create(const codecs::PcmFormat &, files::ByteSink &, int) const override
     {
         struct Failing : codecs::Encoder
         {
