@@ -1,7 +1,5 @@
 #include "fuzz/Target.h"
-#include "platform/ProfileFile.h"
-
-#include <QFile>
+#include "platform/Profile.h"
 
 // settings.ini as other programs and hands may leave it.
 
@@ -27,20 +25,19 @@ QByteArrayList profiles()
 
 void profile(const QByteArray &input)
 {
-    const QString file = fileOf(QStringLiteral("settings.ini"), input);
     const QString text = QStringLiteral("it's \"ä\" ; = [x]");
-    ProfileFile::value(Section, Key, {}, file);
-    const QString other = ProfileFile::value(QStringLiteral("Second"), QStringLiteral("key"), {}, file);
-    if (!ProfileFile::setValue(Section, Key, text, file)) {
-        QFile untouched(file);
-        require(untouched.open(QIODevice::ReadOnly) && untouched.readAll() == input,
-                "a refused file stays as it was");
-        return;
-    }
-    require(ProfileFile::value(Section, Key, {}, file) == text, "a value reads back as it was stored");
-    require(ProfileFile::value(QStringLiteral("Second"), QStringLiteral("key"), {}, file) == other,
-            "other values stay");
-    require(ProfileFile::setValue(Section, Key, {}, file), "a value that could be stored can be removed");
+    const QString second = QStringLiteral("Second");
+    const QString key = QStringLiteral("key");
+    Profile profile(input);
+    if (!profile.isFaithful())
+        return; // such a file is never written
+    const std::optional<QString> other = profile.value(second, key);
+    profile.set(Section, Key, text);
+    Profile stored(profile.content());
+    require(stored.value(Section, Key) == text, "a value reads back as it was stored");
+    require(stored.value(second, key) == other, "other values stay");
+    stored.set(Section, Key, {});
+    require(stored.value(second, key) == other, "other values stay when one goes");
 }
 
 } // namespace
