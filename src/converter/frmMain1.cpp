@@ -74,10 +74,16 @@ void frmMain1::Form_Load()
     m_Status.InputFormat = QStringLiteral("MP3");
     for (QPushButton *button : {cmdAbout, cmdHelp, cmdLast, cmdNext, cmdQuit})
         SetHandCursor(button);
+    allowExtendedFormats();
+    desktop().pump.processEvents();
+    allowExtendedFormats(); // whatever ran meanwhile
+    m_wma->LoadWMAProfiles(*FileR);
+}
+
+void frmMain1::allowExtendedFormats()
+{
     FileW->setExtendedFormats(true);
     FileR->setExtendedFormats(true);
-    desktop().pump.processEvents();
-    m_wma->LoadWMAProfiles(*FileR);
 }
 
 void frmMain1::Form_Unload()

@@ -47,6 +47,7 @@ private:
 
     void addSteps();
     void attachHandlers();
+    void allowExtendedFormats();
 
     // The steps
     void ShowStep();
