@@ -157,7 +157,7 @@ void appendField(QByteArray &text, const QByteArray &key, const QString &value)
 QString discTitle(const DiscEntry &entry)
 {
     if (entry.artist.isEmpty())
-        return entry.album.contains(ArtistEnd) ? ArtistEnd + entry.album : entry.album;
+        return (entry.album + u' ').contains(ArtistEnd) ? ArtistEnd + entry.album : entry.album;
     QString artist = QString(entry.artist).replace(ArtistEnd, QStringLiteral("/"));
     if (artist.endsWith(QStringLiteral(" /")))
         artist.chop(2);
