@@ -45,7 +45,9 @@ void answer(const QByteArray &input)
         require(line.size() < LongestLine, "no line is too long for the service");
     const std::optional<DiscEntry> again = parseEntry(text);
     require(again.has_value(), "an entry is found again");
-    require(again->artist == entry->artist && again->album == entry->album, "a disc's title reads back");
+    // A lone title stands for the artist as well.
+    require(again->album == entry->album && (again->artist == entry->artist || entry->artist.isEmpty()),
+            "a disc's title reads back");
     require(again->titles == entry->titles, "titles read back");
     require(again->comments == entry->comments, "comments read back");
 }
