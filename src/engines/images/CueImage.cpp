@@ -135,7 +135,7 @@ private:
     {
         const qint64 bytes = qint64(count) * sectorSize;
         const CueImageFile &file = m_files[point.index.file];
-        if (count < 0 || m_offset + bytes > file.size + (file.kind == CueFile::Kind::Wave ? sectorSize : 0))
+        if (count < 0 || m_offset + bytes > file.size + sectorSize - 1)
             fail(QStringLiteral("%1 ends before its tracks do.").arg(file.file->fileName()));
         if (count > 0)
             extents.push_back({m_sector, count, point.index.file, file.start + m_offset, sectorSize});
@@ -144,11 +144,11 @@ private:
         m_fileSector += count;
     }
 
-    /// To the end of the file; the last sector of a WAVE file may be short.
+    /// To the end of the file; its last sector of sound may be short.
     qint32 sectorsLeft(std::size_t file, const CueTrack &track) const
     {
         constexpr qint64 Longest = 100 * 60 * SectorsPerSecond;
-        const qint64 odd = m_files[file].kind == CueFile::Kind::Wave ? track.sectorSize - 1 : 0;
+        const qint64 odd = track.audio ? track.sectorSize - 1 : 0;
         const qint64 left = (m_files[file].size - m_offset + odd) / track.sectorSize;
         if (left > Longest)
             fail(QStringLiteral("%1 is longer than any disc.").arg(m_files[file].file->fileName()));

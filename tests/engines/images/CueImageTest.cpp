@@ -103,7 +103,7 @@ const Row rows[] = {
      "FILE two.bin BINARY\nINDEX 01 00:00:00\n",
      "0+400 400+200 | 600",
      {{399, "1:399"}, {400, "2:0"}}},
-    {"theLastSectorOfAWaveFileMayBeShort",
+    {"theLastSectorOfSoundMayBeShort",
      "FILE short.wav WAVE\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nFILE two.bin BINARY\nTRACK 02 AUDIO\n"
      "INDEX 01 00:00:00\n",
      "0+2 2+200 | 202",
@@ -178,14 +178,15 @@ TEST(CueImageTest, textsAndFlagsAreTakenFromTheSheet)
               QStringLiteral("Série"));
 }
 
-TEST(CueImageTest, aFileCutShortGivesAShorterTrackAndLaterAFailedRead)
+TEST(CueImageTest, aShortLastSectorIsFilledUpAndAFileCutLaterAFailedRead)
 {
     DiscFolder folder;
     const QString cue =
         folder.write(QStringLiteral("a.cue"), "FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00");
     folder.write(QStringLiteral("a.bin"), markedSectors(1, 100).chopped(1));
     CueImage image(cue);
-    EXPECT_EQ(shape(image.toc()), QStringLiteral("0+99 | 99"));
+    EXPECT_EQ(shape(image.toc()), QStringLiteral("0+100 | 100"));
+    EXPECT_EQ(soundAt(image, 99), QStringLiteral("1:99"));
     QFile::resize(folder.path(QStringLiteral("a.bin")), 50 * 2352 + 7);
     EXPECT_EQ(soundAt(image, 49), QStringLiteral("1:49"));
     EXPECT_EQ(soundAt(image, 50), QStringLiteral("x"));
