@@ -31,12 +31,11 @@ void layOutTitleColumns(ReportListView &list)
 
 void addTitleRows(ReportListView &list, const TrackListHost &host, const QString &joinedTitles)
 {
-    const QStringList titles =
-        trimBlanks(joinedTitles).isEmpty() ? QStringList() : splitText(joinedTitles, ListSeparator);
+    const QStringList titles = splitText(joinedTitles, ListSeparator);
     for (int row = 1; row <= host.trackRowCount(); ++row) {
-        const QString title =
-            row <= titles.size() ? titles[row - 1] : StripAudioExtension(host.trackFileName(row));
-        list.addRow({QString::number(row), title});
+        const QString title = titles.value(row - 1);
+        list.addRow({QString::number(row),
+                     trimBlanks(title).isEmpty() ? StripAudioExtension(host.trackFileName(row)) : title});
     }
 }
 

@@ -45,8 +45,8 @@ TEST_F(frmTrackTest, theRecordIsShown)
             .DiscSeconds = 0,
             .TrackOffsets = {}};
     open();
-    EXPECT_EQ(titles(),
-              (QStringList{QStringLiteral("1 One"), QStringLiteral("2 "), QStringLiteral("3 Track03")}));
+    EXPECT_EQ(titles(), (QStringList{QStringLiteral("1 One"), QStringLiteral("2 Own name.ogg"),
+                                     QStringLiteral("3 Track03")}));
     EXPECT_EQ(text("txtAlbum") + text("txtArtist") + text("txtYear") + text("txtComment"),
               QStringLiteral("AB2001C"));
     EXPECT_EQ(at<DropDownList>("cboGenre")->listIndex(), 147);
