@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QByteArray>
+#include "testkit/WaveFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QString>
 #include <QTemporaryDir>
-#include <QtEndian>
 #include <gtest/gtest.h>
 
 /// A folder for disc images and for what is made of them; it goes with the test.
@@ -53,16 +53,7 @@ inline QByteArray markedSectors(qint16 file, qint32 count)
 }
 
 /// A WAVE file of a disc's sound; `rate` is what its header says.
-inline QByteArray waveOf(const QByteArray &samples, quint32 rate = 44100)
+inline QByteArray waveOf(const QByteArray &samples, int rate = 44100)
 {
-    const auto number = [](auto value) {
-        QByteArray bytes(sizeof value, '\0');
-        qToLittleEndian(value, bytes.data());
-        return bytes;
-    };
-    const auto size = static_cast<quint32>(samples.size());
-    return "RIFF" + number(quint32(36 + 10 + size)) + "WAVE" + "fmt " + number(quint32(16)) +
-           number(quint16(1)) + number(quint16(2)) + number(rate) + number(quint32(rate * 4)) +
-           number(quint16(4)) + number(quint16(16)) + "LIST" + number(quint32(2)) + "ab" + "data" +
-           number(size) + samples;
+    return chunk("RIFF", "WAVE" + wavFormat(1, rate, 2, 16) + chunk("LIST", "ab") + chunk("data", samples));
 }

@@ -1,39 +1,13 @@
 #pragma once
 
-#include <QByteArray>
+#include "testkit/WaveFile.h"
+
 #include <QList>
-#include <QtEndian>
 #include <cstring>
 #include <functional>
 #include <ogg/ogg.h>
 
 /// Files of bytes, as encoders wouldn't write them.
-
-template <typename Number>
-QByteArray bytesOf(Number number)
-{
-    number = qToLittleEndian(number);
-    return {reinterpret_cast<const char *>(&number), sizeof number};
-}
-
-inline QByteArray chunk(const QByteArray &name, const QByteArray &content)
-{
-    return name + bytesOf(quint32(content.size())) + content;
-}
-
-inline QByteArray wavFormat(int tag, int rate, int channels, int bits)
-{
-    const int frameBytes = channels * bits / 8;
-    return chunk("fmt ", bytesOf(quint16(tag)) + bytesOf(quint16(channels)) + bytesOf(quint32(rate)) +
-                             bytesOf(quint32(rate * frameBytes)) + bytesOf(quint16(frameBytes)) +
-                             bytesOf(quint16(bits)));
-}
-
-/// A WAV file of any kind: tag 1 is PCM, 3 is floating point.
-inline QByteArray wavFile(int tag, int rate, int channels, int bits, const QByteArray &data)
-{
-    return chunk("RIFF", "WAVE" + wavFormat(tag, rate, channels, bits) + chunk("data", data));
-}
 
 /// An Ogg Vorbis file of the packets of another one, each of them (from 0) changed by `change`.
 inline QByteArray remadeOgg(

@@ -2,33 +2,18 @@
 
 #include "base/RunTimeFailure.h"
 #include "testkit/Printing.h"
+#include "testkit/WaveFile.h"
 
 #include <QBuffer>
-#include <QtEndian>
 #include <gtest/gtest.h>
-#include <optional>
 
 using engines::WaveSound;
 
 namespace {
 
-template <typename Number>
-QByteArray bytesOf(Number number)
+QByteArray format(int coding, const QByteArray &more = {})
 {
-    QByteArray bytes(sizeof number, '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
-
-QByteArray chunk(const QByteArray &name, const QByteArray &content, std::optional<quint32> size = {})
-{
-    return name + bytesOf(size.value_or(static_cast<quint32>(content.size()))) + content;
-}
-
-QByteArray format(quint16 coding, const QByteArray &more = {})
-{
-    return chunk("fmt ", bytesOf(coding) + bytesOf(quint16(2)) + bytesOf(quint32(44100)) +
-                             bytesOf(quint32(176400)) + bytesOf(quint16(4)) + bytesOf(quint16(16)) + more);
+    return wavFormat(coding, 44100, 2, 16, more);
 }
 
 QByteArray wave(const QByteArray &chunks, std::optional<quint32> size = {})
