@@ -10,9 +10,9 @@ namespace audiofile {
 
 /// Files that are read are decoded ahead in a thread. Files that are written take their name when `CloseFile`
 /// finishes them; one that met a failure, or that `DropFile`, another `OpenWrite` or the end of the object
-/// overtakes, is dropped. All failures are RunTimeFailures, for want of memory (7), too, and leave a trace in the
-/// log. All calls come from one thread, whose events without user input go on while `CloseFile` waits for the
-/// encoders and the disk.
+/// overtakes, is dropped. All failures are RunTimeFailures, for want of memory (7), too, and leave a trace in
+/// the log. All calls come from one thread, whose events without user input go on while `CloseFile` waits for
+/// the encoders and the disk.
 class AudioFile final : public NCTAudioFile
 {
 public:

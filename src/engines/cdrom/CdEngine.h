@@ -101,5 +101,5 @@ private:
     std::shared_ptr<const cdrom::DiscToc> m_queueToc; ///< of the disc for which the queue stands
     std::unique_ptr<Job> m_job;
     std::vector<LooseThread> m_ending; ///< threads of former jobs
-    QTimer m_heart;                           ///< runs with a job
+    QTimer m_heart;                    ///< runs with a job
 };
