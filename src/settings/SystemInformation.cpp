@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr qsizetype LongestValue = 1024;
+constexpr qsizetype LongestSystemValue = 1024;
 
 struct Tool
 {
@@ -48,7 +48,7 @@ bool GetKeyValue(const Registry &registry, quint32 KeyRoot, const QString &KeyNa
                  QString &KeyVal)
 {
     std::optional<RegistryValue> value = registry.value(KeyRoot, KeyName, SubKeyRef);
-    if (!value || value->bytes.size() > LongestValue) {
+    if (!value || value->bytes.size() > LongestSystemValue) {
         KeyVal.clear();
         return false;
     }

@@ -13,7 +13,7 @@ namespace cdrom {
 namespace {
 
 constexpr std::chrono::milliseconds FeedInterval{20};
-constexpr qint32 BlockSectors = 25;
+constexpr qint32 PlayedSectors = 25;
 /// Unreadable blocks in a row after which a track is left.
 constexpr int MostLost = 4;
 
@@ -45,7 +45,7 @@ public:
 private:
     bool readBlock()
     {
-        qint32 count = std::min(BlockSectors, m_end - m_next);
+        qint32 count = std::min(PlayedSectors, m_end - m_next);
         if (count <= 0 || m_lost == MostLost)
             return false;
         m_samples.assign(static_cast<std::size_t>(count) * SamplesPerSector, 0);

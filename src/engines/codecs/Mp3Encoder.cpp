@@ -77,10 +77,10 @@ struct Mp3Piece final : EncodedPiece
 };
 
 /// Encodes a piece, a frame's samples at each call, so that each call codes one frame at most.
-class PieceEncoding
+class Mp3PieceEncoding
 {
 public:
-    PieceEncoding(const Mp3Settings &settings, const Piece &piece, Mp3Piece &encoded)
+    Mp3PieceEncoding(const Mp3Settings &settings, const Piece &piece, Mp3Piece &encoded)
         : m_piece(piece), m_encoded(encoded), m_mono(settings.channelMode == Mp3Settings::Mono)
     {
         m_lame = openLame(settings, settings.rate, piece.number == 0);
@@ -204,7 +204,7 @@ public:
     std::unique_ptr<EncodedPiece> encode(Piece piece, const std::atomic<bool> &cancelled) const override
     {
         auto encoded = std::make_unique<Mp3Piece>();
-        if (!PieceEncoding(m_settings, piece, *encoded).run(cancelled))
+        if (!Mp3PieceEncoding(m_settings, piece, *encoded).run(cancelled))
             return nullptr;
         return encoded;
     }

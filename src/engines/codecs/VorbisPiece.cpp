@@ -22,10 +22,10 @@ constexpr int LongBlocksForReturn = 4;
 /// it; in front of that it's only cut into blocks, which takes next to no time.
 constexpr int LoudnessUnits = 2;
 
-class PieceEncoding
+class VorbisPieceEncoding
 {
 public:
-    PieceEncoding(const VorbisSettings &settings, const VorbisGrid &grid, VorbisPiece &encoded)
+    VorbisPieceEncoding(const VorbisSettings &settings, const VorbisGrid &grid, VorbisPiece &encoded)
         : m_grid(grid),
           m_piece(encoded.source),
           m_encoded(encoded),
@@ -148,7 +148,7 @@ VorbisGrid::VorbisGrid(const VorbisSettings &settings, int pieceSeconds) : rate(
 bool encodeVorbisPiece(const VorbisSettings &settings, const VorbisGrid &grid, VorbisPiece &piece,
                        const std::atomic<bool> &cancelled)
 {
-    return PieceEncoding(settings, grid, piece).run(cancelled);
+    return VorbisPieceEncoding(settings, grid, piece).run(cancelled);
 }
 
 } // namespace codecs

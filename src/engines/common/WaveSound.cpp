@@ -9,7 +9,7 @@ namespace engines {
 
 namespace {
 
-constexpr qint64 HeadSize = 8; ///< of the file and of each chunk: a name and the size of what follows
+constexpr qint64 ChunkHeadSize = 8; ///< of the file and of each chunk: a name and the size of what follows
 /// Files of the world hold a dozen. Chunks of no length would make one of 4 GB take a minute.
 constexpr int MostChunks = 1000;
 constexpr quint16 Extensible = 0xfffe;
@@ -52,20 +52,20 @@ qint64 soundSize(qint64 said, qint64 present, bool completed)
 
 WaveSound findWaveSound(QIODevice &file)
 {
-    const QByteArray riff = file.read(HeadSize + 4);
+    const QByteArray riff = file.read(ChunkHeadSize + 4);
     if (!riff.startsWith("RIFF") || !riff.endsWith("WAVE"))
         fail(QStringLiteral("this is no WAVE file"));
     WaveSound sound;
     for (int i = 0; i < MostChunks; ++i) {
-        const QByteArray head = file.read(HeadSize);
-        if (head.size() < HeadSize)
+        const QByteArray head = file.read(ChunkHeadSize);
+        if (head.size() < ChunkHeadSize)
             break;
         const qint64 size = number(head, 4);
         const qint64 start = file.pos();
         if (head.startsWith("data")) {
             sound.start = start;
             sound.size = soundSize(size, std::max<qint64>(file.size() - start, 0),
-                                   file.size() == HeadSize + number(riff, 4));
+                                   file.size() == ChunkHeadSize + number(riff, 4));
             return sound;
         }
         if (head.startsWith("fmt "))

@@ -7,6 +7,11 @@ namespace vqf {
 
 using Spectrum = std::array<float, FrameSize>; ///< of a frame, block after block
 
+inline float square(float x)
+{
+    return x * x;
+}
+
 /// The work on one channel of a frame.
 struct ChannelWork
 {

@@ -26,11 +26,6 @@ constexpr float LargestEnvelope = 1.2F;
 
 constexpr std::array<float, 2> FilterExponents{0.5F, 0.7F}; // of the power
 
-float square(float x)
-{
-    return x * x;
-}
-
 /// What missing the level of some coefficients costs, from their weighted power and number. Nearer to the
 /// power itself faint parts would become noisy, further from it strong tones would get lost.
 float ratioCost(float audible, float width)

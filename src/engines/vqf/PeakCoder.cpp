@@ -13,11 +13,6 @@ namespace {
 /// the first a lone peak is met best, with the last many alike.
 constexpr std::array<float, 3> LargestOfShape{5, 3, 1.5F};
 
-float square(float x)
-{
-    return x * x;
-}
-
 } // namespace
 
 PeakCoder::PeakCoder(const Tables &tables, dsp::Workers &workers) : m_workers(workers), m_books(tables.peaks)

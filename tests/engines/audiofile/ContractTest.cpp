@@ -11,7 +11,7 @@ namespace {
 
 using testkit::failureOf;
 
-constexpr qint64 Frames = 70'000;
+constexpr qint64 ContractFrames = 70'000;
 
 /// What each implementation of the contract must do, the double of the windows' tests as well as the engine.
 class AudioFileContract : public ::testing::TestWithParam<bool>
@@ -20,14 +20,15 @@ protected:
     AudioFileContract()
     {
         const codecs::PcmFormat format{22050, 1};
-        source = folder.put(QStringLiteral("a.wav"), testkit::encode(*codecs::wavRecipe({format, 16}), format,
-                                                                     testkit::music(22050, 1, Frames)));
+        source =
+            folder.put(QStringLiteral("a.wav"), testkit::encode(*codecs::wavRecipe({format, 16}), format,
+                                                                testkit::music(22050, 1, ContractFrames)));
         if (GetParam()) {
             file = std::make_unique<audiofile::AudioFile>();
             return;
         }
         auto fake = std::make_unique<FakeNCTAudioFile>(log, QStringLiteral("File"));
-        fake->sources[source] = {22050, 1, Frames, 3};
+        fake->sources[source] = {22050, 1, ContractFrames, 3};
         file = std::move(fake);
     }
 
@@ -53,7 +54,7 @@ TEST_P(AudioFileContract, aSourceIsReadToItsEndAndEndsAgainAndAgain)
         EXPECT_LE(samples.size(), 22050);
         values += samples.size();
     }
-    EXPECT_EQ(values, Frames);
+    EXPECT_EQ(values, ContractFrames);
     EXPECT_TRUE(file->ReadSamples(22050).isEmpty());
     file->CloseFile();
     file->CloseFile();

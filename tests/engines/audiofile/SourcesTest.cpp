@@ -15,7 +15,7 @@ using testkit::failureOf;
 using testkit::music;
 using testkit::signalToNoise;
 
-constexpr qsizetype Frames = 60'000;
+constexpr qsizetype SourceFrames = 60'000;
 
 class SourcesTest : public ::testing::Test
 {
@@ -26,7 +26,7 @@ protected:
     }
 
     const Folder folder;
-    const std::vector<qint16> sound = music(44100, 2, Frames);
+    const std::vector<qint16> sound = music(44100, 2, SourceFrames);
     const QByteArray mp3 = encode(*codecs::mp3Recipe({}), {}, sound);
     const QByteArray wav = encode(*codecs::wavRecipe(), {}, sound);
     const QByteArray wma = encode(*codecs::wmaRecipe({}), {}, sound);

@@ -74,7 +74,7 @@ Weighed weigh(int window, const Sound &left, const Sound &right)
     return weighed;
 }
 
-double decibels(double ratio)
+double inDecibels(double ratio)
 {
     return 10 * std::log10(ratio);
 }
@@ -85,7 +85,7 @@ TEST(NoiseWeightsTest, aToneHidesNoiseBesideItAndNotFarFromIt)
     for (const int window : {0, 8, 2}) {
         const Weighed without = weigh(window, faint, faint), with = weigh(window, loud, loud);
         const auto change = [&](double hertz) {
-            return decibels(with.around(window, hertz) / without.around(window, hertz));
+            return inDecibels(with.around(window, hertz) / without.around(window, hertz));
         };
         EXPECT_LT(change(3000), -30) << window;
         EXPECT_LT(change(3200), change(2800)) << "tones hide more above than below them";
@@ -119,7 +119,7 @@ TEST(NoiseWeightsTest, errorsBeforeABurstCostMoreThanThoseInIt)
         for (const double hertz : {400.0, 2000.0, 8000.0}) {
             const double within = weighed.around(window, hertz, first);
             for (int block = 0; block < first; ++block)
-                EXPECT_GT(decibels(weighed.around(window, hertz, block) / within), 10) << window;
+                EXPECT_GT(inDecibels(weighed.around(window, hertz, block) / within), 10) << window;
             for (int block = 1; block < layout.blocks; ++block)
                 EXPECT_LE(weighed.around(window, hertz, block), weighed.around(window, hertz, block - 1));
         }

@@ -15,7 +15,7 @@ constexpr int Windows = static_cast<int>(WindowShapes.size());
 /// The sound begins as if a frame in this window had been before.
 constexpr int Before = 8;
 
-std::vector<float> noise(float amplitude, unsigned seed = 1)
+std::vector<float> noiseOf(float amplitude, unsigned seed = 1)
 {
     std::mt19937 random(seed);
     std::uniform_real_distribution<float> any(-amplitude, amplitude);
@@ -57,7 +57,7 @@ TEST(WindowPlanTest, eachWindowBeginsTheCheapestSuccessionOfAllThatAreKnown)
         const float own = 30 * static_cast<float>(ahead);
         int window = Before;
         for (int frame = 0; frame < Frames; ++frame) {
-            push(plan, noise(1000, frame), costs[frame]);
+            push(plan, noiseOf(1000, frame), costs[frame]);
             if (frame < ahead - 1)
                 continue;
             const std::span<const WindowCosts> known(&costs[frame - ahead + 1], ahead);
@@ -100,7 +100,7 @@ TEST(WindowPlanTest, noiseOutOfSilenceBeginsShortAndStaysLong)
     const std::vector<float> silence(FrameSize);
     std::vector<BlockType> types;
     for (int frame = 0; frame < 30; ++frame) {
-        push(plan, frame >= First && frame < End ? noise(5000, frame) : silence, costs);
+        push(plan, frame >= First && frame < End ? noiseOf(5000, frame) : silence, costs);
         if (frame >= 3)
             types.push_back(WindowShapes[plan.next()].type);
     }
