@@ -1,6 +1,7 @@
 #include "OggSamples.h"
 #include "engines/tagfile/Id3v2Tag.h"
 #include "testkit/FullDisk.h"
+#include "testkit/faults/Faults.h"
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -121,6 +122,14 @@ TEST_F(SafetyTest, holesStayHolesAndWhatLiesBetweenThemIsWhole)
         EXPECT_EQ(file.read(island.size()), island);
     }
     EXPECT_TRUE(file.read(128).startsWith("TAGnew"));
+}
+
+TEST_F(SafetyTest, tagsThatGetLostOnTheirWayToTheDiskAreMissed)
+{
+    faults::arm(folder.path().toStdString(), faults::Call::Write, 1, 0);
+    EXPECT_EQ(failureOfWriting(path), RunTimeFailure::DeviceIoError);
+    EXPECT_TRUE(faults::disarm());
+    EXPECT_EQ(content(path), mp3);
 }
 
 TEST_F(SafetyTest, filesThatMayNotBeChangedAreNot)

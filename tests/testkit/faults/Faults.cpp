@@ -170,10 +170,10 @@ CALL_LIKE(FILE *, fopen, Open, path, nullptr, (const char *path, const char *mod
 CALL_LIKE(FILE *, fopen64, Open, path, nullptr, (const char *path, const char *mode), (path, mode))
 
 CALL_LIKE(ssize_t, write, Write, file, -1, (int file, const void *bytes, size_t count), (file, bytes, count))
-CALL_LIKE(ssize_t, pwrite, Write, file, -1, (int file, const void *bytes, size_t count, off_t at),
-          (file, bytes, count, at))
-CALL_LIKE(ssize_t, pwrite64, Write, file, -1, (int file, const void *bytes, size_t count, off64_t at),
-          (file, bytes, count, at))
+CALL_LIKE(ssize_t, pwrite, Write, file, (errno == 0 ? ssize_t(count) : -1),
+          (int file, const void *bytes, size_t count, off_t at), (file, bytes, count, at))
+CALL_LIKE(ssize_t, pwrite64, Write, file, (errno == 0 ? ssize_t(count) : -1),
+          (int file, const void *bytes, size_t count, off64_t at), (file, bytes, count, at))
 CALL_LIKE(ssize_t, writev, Write, file, -1, (int file, const iovec *parts, int count), (file, parts, count))
 
 CALL_LIKE(int, fsync, Flush, file, -1, (int file), (file))

@@ -11,7 +11,7 @@ enum class Call { Open, Write, Flush, Rename, Link, Truncate, Map, Thread };
 constexpr const char *Names[] = {"open", "write", "flush", "rename", "link", "truncate", "map", "thread"};
 
 /// From now on the `n`-th call of a kind (from 1) fails with `error`, one of errno's; with 0 for `n` none
-/// does, and all are only noted.
+/// does, and all are only noted. A write to a place that fails with 0 is lost and passes for done.
 void arm(const std::string &folder, Call call = Call::Open, int n = 0, int error = 0);
 /// Ends that; whether the n-th call came.
 bool disarm();
