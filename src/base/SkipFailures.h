@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/RunTimeFailure.h"
+#include "base/Log.h"
 
 #include <utility>
 
@@ -11,7 +11,8 @@
 ///     skip([&] { encoder.setCBRBitRate(toInt32(text)); });
 ///     if (skip.condition([&] { return list.isEmpty(); })) ...
 ///
-/// A callee without a guard of its own is left as a whole when it fails. Only RunTimeFailure is passed over.
+/// A callee without a guard of its own is left as a whole when it fails. Only RunTimeFailure is passed over;
+/// the log tells of it when its category "tonelift.program" is at the level of debugging.
 class SkipFailures
 {
 public:
@@ -20,7 +21,8 @@ public:
     {
         try {
             std::forward<Statement>(statement)();
-        } catch (const RunTimeFailure &) { // passed over, by the rule above
+        } catch (const RunTimeFailure &failure) { // passed over, by the rule above
+            logPassedOver(failure);
         }
     }
 
@@ -30,7 +32,8 @@ public:
     {
         try {
             return std::forward<Condition>(test)();
-        } catch (const RunTimeFailure &) {
+        } catch (const RunTimeFailure &failure) {
+            logPassedOver(failure);
             return true;
         }
     }

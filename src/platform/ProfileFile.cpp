@@ -1,5 +1,6 @@
 #include "platform/ProfileFile.h"
 
+#include "base/Log.h"
 #include "files/FolderLock.h"
 #include "files/SystemError.h"
 
@@ -34,18 +35,7 @@ bool isOpenToOthers(const QString &path)
     return QFile::permissions(path) & Others;
 }
 
-} // namespace
-
-Profile ProfileFile::read(const QString &path)
-{
-    try {
-        return Profile(readAll(path));
-    } catch (const RunTimeFailure &) {
-        return Profile({});
-    }
-}
-
-void ProfileFile::change(const QString &path, const Edit &edit)
+void replace(const QString &path, const ProfileFile::Edit &edit)
 {
     const QString target = files::behindLinks(path);
     const files::FolderLock lock(QFileInfo(target).path());
@@ -66,4 +56,21 @@ void ProfileFile::change(const QString &path, const Edit &edit)
     if (readAll(file.temporaryPath()) != after)
         throw RunTimeFailure(RunTimeFailure::DeviceIoError);
     file.commit();
+}
+
+} // namespace
+
+Profile ProfileFile::read(const QString &path)
+{
+    try {
+        return Profile(readAll(path));
+    } catch (const RunTimeFailure &failure) {
+        qCWarning(logSettings).noquote() << path << "isn't read:" << failure.what();
+        return Profile({});
+    }
+}
+
+void ProfileFile::change(const QString &path, const Edit &edit)
+{
+    traced(logSettings, path, [&] { replace(path, edit); });
 }

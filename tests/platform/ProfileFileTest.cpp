@@ -1,6 +1,7 @@
 #include "platform/ProfileFile.h"
 
 #include "base/RunTimeFailure.h"
+#include "testkit/Logged.h"
 #include "testkit/Printing.h"
 #include "testkit/faults/Faults.h"
 
@@ -134,6 +135,7 @@ TEST_F(ProfileFileTest, badFilesGiveDefaultsAndRefuseWriting)
     EXPECT_THROW(set("a", "x", QStringLiteral("1")), RunTimeFailure);
     path = folder.filePath(QStringLiteral("missing/settings.ini"));
     EXPECT_EQ(reasonNotToSet(), QStringLiteral("the folder is missing"));
+    EXPECT_TRUE(takeLogged("tonelift.settings").join(u'\n').contains(path));
     EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("missing"))));
 }
 

@@ -11,23 +11,6 @@
 
 namespace audiofile {
 
-namespace {
-
-/// Whatever the step throws, a lack of memory as well, leaves as a RunTimeFailure, with a trace of its file.
-template <typename Step>
-auto attempt(const QString &path, Step step)
-{
-    try {
-        return step();
-    } catch (const std::exception &) {
-        const RunTimeFailure failure = RunTimeFailure::ofCaught();
-        qCWarning(logConvert).noquote() << path << "given up:" << failure.what();
-        throw failure;
-    }
-}
-
-} // namespace
-
 AudioFile::AudioFile(QObject *parent)
     : NCTAudioFile(parent), m_mp3([this](const codecs::Mp3Settings &settings) { setOutput(settings); })
 {}
@@ -39,8 +22,8 @@ void AudioFile::OpenRead(const QString &path)
     m_status = 0;
     m_sourcePath = path;
     try {
-        m_source =
-            attempt(path, [&] { return std::make_unique<ReadAhead>(std::make_unique<AudioSource>(path)); });
+        m_source = traced(logConvert, path,
+                          [&] { return std::make_unique<ReadAhead>(std::make_unique<AudioSource>(path)); });
         m_sourceText = m_source->source().description();
     } catch (const RunTimeFailure &failure) {
         m_status = -failure.number();
@@ -52,7 +35,7 @@ void AudioFile::CloseFile()
     m_source.reset();
     // Nothing is open afterwards, also where the file can't be finished.
     if (const auto target = std::move(m_target)) {
-        attempt(target->path, [&] {
+        traced(logConvert, target->path, [&] {
             doBeside("file finisher", [&](const auto &) {
                 target->encoderOf(m_input).finish();
                 target->file.commit();
@@ -66,7 +49,8 @@ void AudioFile::OpenWrite(const QString &path)
     m_target.reset();
     m_status = 0;
     try {
-        m_target = attempt(path, [&] { return std::make_unique<Target>(path, recipeOf(m_output)); });
+        m_target =
+            traced(logConvert, path, [&] { return std::make_unique<Target>(path, recipeOf(m_output)); });
     } catch (const RunTimeFailure &failure) {
         m_status = -failure.number();
     }
@@ -77,7 +61,7 @@ void AudioFile::WriteSamples(const QList<qint16> &samples)
     if (!m_target)
         codecs::refuse(QStringLiteral("No file is open for writing"));
     try {
-        attempt(m_target->path, [&] {
+        traced(logConvert, m_target->path, [&] {
             m_target->encoderOf(m_input).encode(samples.constData(), samples.size() / m_input.channels);
         });
     } catch (const RunTimeFailure &) {
@@ -93,7 +77,7 @@ QList<qint16> AudioFile::ReadSamples(qint32 count)
     // All that one reading gives is encoded at one go, while the window waits: a quarter of a second keeps it
     // lively with the slowest encoder, too.
     const qint32 most = std::max(SampleRate() / 4, 1) * ChannelCount();
-    return attempt(m_sourcePath, [&] {
+    return traced(logConvert, m_sourcePath, [&] {
         const std::vector<qint16> samples = m_source->read(static_cast<std::size_t>(std::min(count, most)));
         return QList<qint16>(samples.begin(), samples.end());
     });

@@ -1,10 +1,10 @@
 #include "engines/freedb/FreeDbClient.h"
 
+#include "base/Log.h"
 #include "base/Text.h"
 #include "engines/freedb/Service.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace engines {
 
@@ -17,12 +17,12 @@ constexpr int DefaultSeconds = 30;
 constexpr int MostSeconds = 24 * 60 * 60;
 constexpr qsizetype LongestComplaint = 2000;
 
-/// Tells on standard error what the service says, so that a refused client can be put right.
+/// Tells what the service says, so that a refused client can be put right.
 void complain(const QByteArray &text)
 {
     QString printable = QString::fromUtf8(text.left(LongestComplaint)).trimmed();
     printable.removeIf([](QChar c) { return c.category() == QChar::Other_Control && c != u'\n'; });
-    std::fprintf(stderr, "FreeDB: %s\n", qPrintable(printable));
+    qCWarning(logNet).noquote() << "FreeDB:" << printable;
 }
 
 /// The service's reply, if that is what came.

@@ -1,6 +1,7 @@
 #include "engines/net/HttpExchange.h"
 
 #include "base/Deployment.h"
+#include "base/Log.h"
 #include "base/Text.h"
 
 #include <QRegularExpression>
@@ -122,6 +123,8 @@ HttpExchange::HttpExchange(const Route &route)
         }
     }
     m_base = baseAddress(route.host);
+    if (m_base.isEmpty())
+        qCWarning(logNet).noquote() << route.host << "is no address of a server";
 }
 
 HttpExchange::~HttpExchange() = default;
@@ -166,6 +169,11 @@ HttpAnswer HttpExchange::perform(const QByteArray &target)
     const CURLcode code = curl_easy_perform(curl);
     curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &answer.status);
     answer.outcome = outcomeOf(code, answer.status);
+    if (answer.outcome == HttpAnswer::Outcome::NoConnection)
+        qCWarning(logNet).noquote() << m_base << "isn't reached:" << curl_easy_strerror(code)
+                                    << answer.status;
+    else if (answer.outcome == HttpAnswer::Outcome::Unusable)
+        qCWarning(logNet).noquote() << m_base << "gives no usable answer:" << curl_easy_strerror(code);
     return answer;
 }
 

@@ -1,5 +1,6 @@
 #include "engines/tagfile/AudioInformation.h"
 
+#include "base/Log.h"
 #include "base/RegularFile.h"
 #include "base/RunTimeFailure.h"
 #include "engines/tagfile/AudioKind.h"
@@ -42,6 +43,25 @@ TagFields readFields(const QString &path)
     return formatOf(file).read(file);
 }
 
+void writeFields(const QString &path, const TagFields &fields)
+{
+    const QString target = QFileInfo(path).canonicalFilePath();
+    QFile file;
+    openRegularFile(file, target, QIODevice::ReadOnly);
+    if (!files::isWritable(target))
+        throw RunTimeFailure(RunTimeFailure::PermissionDenied);
+    const TagFormat format = formatOf(file);
+    const TagEdit writeEdited = format.edit(file, fields);
+    if (!writeEdited)
+        return;
+    files::WholeFile copy(target);
+    writeEdited(copy);
+    copy.flush();
+    if (readFields(copy.temporaryPath()) != fields)
+        throw RunTimeFailure(RunTimeFailure::DeviceIoError, QStringLiteral("The tags didn't read back"));
+    copy.commit();
+}
+
 AudioKind kindOf(const QString &path)
 {
     try {
@@ -57,27 +77,12 @@ AudioKind kindOf(const QString &path)
 
 void AudioInformation::ReadTags(const QString &path)
 {
-    m_fields = readFields(path);
+    m_fields = traced(logTags, path, [&] { return readFields(path); });
 }
 
 void AudioInformation::WriteTags(const QString &path)
 {
-    const QString target = QFileInfo(path).canonicalFilePath();
-    QFile file;
-    openRegularFile(file, target, QIODevice::ReadOnly);
-    if (!files::isWritable(target))
-        throw RunTimeFailure(RunTimeFailure::PermissionDenied);
-    const TagFields fields = m_fields.writable();
-    const TagFormat format = formatOf(file);
-    const TagEdit writeEdited = format.edit(file, fields);
-    if (!writeEdited)
-        return;
-    files::WholeFile copy(target);
-    writeEdited(copy);
-    copy.flush();
-    if (readFields(copy.temporaryPath()) != fields)
-        throw RunTimeFailure(RunTimeFailure::DeviceIoError, QStringLiteral("The tags didn't read back"));
-    copy.commit();
+    traced(logTags, path, [&] { writeFields(path, m_fields.writable()); });
 }
 
 QString AudioInformation::GenreName(qint16 index) const

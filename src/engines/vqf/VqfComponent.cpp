@@ -1,6 +1,8 @@
 #include "engines/vqf/VqfComponent.h"
 
+#include "base/Log.h"
 #include "base/RunTimeFailure.h"
+#include "base/Thread.h"
 #include "engines/vqf/Format.h"
 #include "engines/vqf/VqfEncoder.h"
 #include "engines/vqf/WavReader.h"
@@ -17,9 +19,9 @@ constexpr qint64 ProgressInterval = 200; // ms
 /// Little enough to stop soon, whatever the rate of the input.
 constexpr qint64 FramesAtATime = 2 * FrameSize;
 
-/// Converts the whole file unless `stopping` becomes true; whether it did. Raises a RunTimeFailure.
+/// Converts the whole file unless it is to stop; whether it did. Raises a RunTimeFailure.
 bool convert(WavReader &input, const QString &path, const codecs::EncoderRecipe &recipe,
-             const std::atomic<bool> &stopping, const std::function<void(qint32 percent)> &report)
+             const std::stop_token &stop, const std::function<void(qint32 percent)> &report)
 {
     files::WholeFile output(path);
     const auto encoder = recipe.create(input.format(), output);
@@ -27,7 +29,7 @@ bool convert(WavReader &input, const QString &path, const codecs::EncoderRecipe 
     sinceReport.start();
     qint64 done = 0;
     for (;;) {
-        if (stopping)
+        if (stop.stop_requested())
             return false;
         const std::vector<qint16> &samples = input.read(FramesAtATime);
         if (samples.empty())
@@ -68,39 +70,44 @@ void VqfComponent::VqfEncode()
     const auto recipe = vqfRecipe(m_threads);
     stop();
     const int job = ++m_job;
-    m_thread = std::thread([this, job, recipe, input = m_input, output = m_output] {
-        // What an ended conversion still had to say is of no interest.
-        const auto tell = [this, job](const std::function<void()> &signal) {
-            const auto unlessEnded = [this, job, signal] {
-                if (job == m_job)
-                    signal();
-            };
-            QMetaObject::invokeMethod(this, unlessEnded, Qt::QueuedConnection);
+    // What an ended conversion still had to say is of no interest.
+    const auto tell = [this, job](const std::function<void()> &signal) {
+        const auto unlessEnded = [this, job, signal] {
+            if (job == m_job)
+                signal();
         };
-        const auto report = [&](qint32 percent) { tell([this, percent] { Q_EMIT VqfProgress(percent); }); };
-        const auto fail = [&](const QString &reason) { tell([this, reason] { Q_EMIT VqfFailed(reason); }); };
+        QMetaObject::invokeMethod(this, unlessEnded, Qt::QueuedConnection);
+    };
+    const auto report = [this, tell](qint32 percent) {
+        tell([this, percent] { Q_EMIT VqfProgress(percent); });
+    };
+    const auto fail = [this, tell, input = m_input](const QString &reason) {
+        qCWarning(logConvert).noquote() << input << "given up:" << reason;
+        tell([this, reason] { Q_EMIT VqfFailed(reason); });
+    };
+    const auto work = [=, input = m_input, output = m_output](const std::stop_token &stop) {
         try {
             WavReader reader(input);
             if (!reader.isOpen())
                 fail(QStringLiteral("it is no WAV file that can be read"));
-            else if (convert(reader, output, *recipe, m_stopping, report))
+            else if (convert(reader, output, *recipe, stop, report))
                 report(100);
-            else
+            else if (!stop.stop_requested())
                 fail(QStringLiteral("its sound ends too early"));
-        } catch (const RunTimeFailure &failure) {
-            fail(failure.reason());
         } catch (const std::exception &) {
-            fail(QStringLiteral("there is not enough memory"));
+            fail(RunTimeFailure::ofCaught().reason());
         }
-    });
+    };
+    try {
+        m_thread = startThread("vqf file", work);
+    } catch (const RunTimeFailure &failure) {
+        fail(failure.reason());
+    }
 }
 
 void VqfComponent::stop()
 {
-    m_stopping = true;
-    if (m_thread.joinable())
-        m_thread.join();
-    m_stopping = false;
+    m_thread = {};
 }
 
 } // namespace vqf

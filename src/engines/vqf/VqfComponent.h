@@ -2,7 +2,6 @@
 
 #include "components/VEnc.h"
 
-#include <atomic>
 #include <thread>
 
 namespace vqf {
@@ -31,8 +30,7 @@ private:
     const int m_threads;
     QString m_input;
     QString m_output;
-    std::thread m_thread;
-    std::atomic<bool> m_stopping{false};
+    std::jthread m_thread;
     int m_job = 0; ///< number of the last one started
 };
 

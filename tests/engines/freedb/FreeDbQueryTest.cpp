@@ -1,5 +1,6 @@
 #include "base/Deployment.h"
 #include "engines/freedb/FreeDbFixture.h"
+#include "testkit/Logged.h"
 
 namespace {
 
@@ -119,8 +120,10 @@ TEST_F(FreeDbClientTest, aHostThatIsNoneOrGoneIsNoConnection)
         gone = server.host();
     }
     for (const QString &host : {gone, QString(), QStringLiteral("127.0.0.1:99999"), QStringLiteral("a/b"),
-                                QStringLiteral("user@127.0.0.1"), QStringLiteral("127.0.0.1\r\nX: y")})
+                                QStringLiteral("user@127.0.0.1"), QStringLiteral("127.0.0.1\r\nX: y")}) {
         EXPECT_EQ(query(host), CDDB::NoConnection) << host.toStdString();
+        EXPECT_TRUE(takeLogged("tonelift.net").value(0).contains(host)) << host.toStdString();
+    }
 }
 
 TEST_F(FreeDbClientTest, aFindCountsThoughALaterCategoryFails)
@@ -175,13 +178,12 @@ TEST_F(FreeDbClientTest, followsARedirect)
               CDDB::Found);
 }
 
-TEST_F(FreeDbClientTest, aRefusalsTextGoesToStandardErrorOnce)
+TEST_F(FreeDbClientTest, aRefusalsTextIsLoggedOnce)
 {
-    ::testing::internal::CaptureStderr();
     queryAt(
         always({.body = "403 Client\x1b[1m Tonelift isn't registered.\r\nWrite to us.\r\n", .headers = {}}));
-    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-              "FreeDB: 403 Client[1m Tonelift isn't registered.\nWrite to us.\n");
+    EXPECT_EQ(takeLogged("tonelift.net"),
+              QStringList("FreeDB: 403 Client[1m Tonelift isn't registered.\nWrite to us."));
 }
 
 TEST_F(FreeDbClientTest, aNoticeDressedAsAnEntryIsAFailure)
@@ -193,10 +195,9 @@ TEST_F(FreeDbClientTest, aNoticeDressedAsAnEntryIsAFailure)
         "DTITLE=A / B\nTTITLE0=see freedb.org\n",
     };
     for (const QByteArray &entry : rows) {
-        ::testing::internal::CaptureStderr();
         EXPECT_EQ(queryAt(always(found(entry))), CDDB::OtherFailure) << entry.constData();
         EXPECT_EQ(client.Titles(), QString());
-        EXPECT_TRUE(QByteArray::fromStdString(::testing::internal::GetCapturedStderr()).contains("TTITLE0"));
+        EXPECT_TRUE(takeLogged("tonelift.net").join(u' ').contains(QStringLiteral("TTITLE0")));
     }
     // One track is like itself, and titles that aren't there are no notice.
     EXPECT_EQ(queryAt(always(found("DTITLE=A / B\nTTITLE0=Song\n"))), CDDB::Found);

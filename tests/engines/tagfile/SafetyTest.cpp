@@ -1,6 +1,7 @@
 #include "OggSamples.h"
 #include "engines/tagfile/Id3v2Tag.h"
 #include "testkit/FullDisk.h"
+#include "testkit/Logged.h"
 #include "testkit/faults/Faults.h"
 
 #include <sys/stat.h>
@@ -68,6 +69,9 @@ TEST_F(SafetyTest, aFullDiskLeavesTheOldFileAndNothingElse)
     EXPECT_EQ(content(path), mp3);
     EXPECT_EQ(content(ogg), oldOgg);
     EXPECT_EQ(entries().size(), 2);
+    const QStringList logged = takeLogged("tonelift.tags");
+    EXPECT_EQ(logged.value(0).left(path.size()), path);
+    EXPECT_EQ(logged.value(1).left(ogg.size()), ogg);
 }
 
 TEST_F(SafetyTest, aProcessThatIsKilledInTheMiddleLeavesTheOldFile)

@@ -1,6 +1,8 @@
 #include "engines/vqf/VqfComponent.h"
 
 #include "base/RunTimeFailure.h"
+#include "base/Thread.h"
+#include "testkit/Logged.h"
 #include "testkit/Printing.h"
 #include "testkit/Ui.h"
 #include "testkit/WaveFile.h"
@@ -164,6 +166,12 @@ TEST_F(VqfComponentTest, whatCantBeConvertedSaysWhyAndLeavesNothing)
     const QString right = std::exchange(output, folder.filePath(QStringLiteral("missing/a.vqf")));
     EXPECT_EQ(reasonOf(good), QStringLiteral("the folder is missing"));
     output = right;
+    {
+        const ThreadShortage shortage(0);
+        EXPECT_EQ(reasonOf(good), QStringLiteral("not enough resources for a thread"));
+    }
+    EXPECT_EQ(takeLogged("tonelift.convert").last(),
+              input + QStringLiteral(" given up: not enough resources for a thread"));
     const auto shrinking = QObject::connect(&component, &VEnc::VqfProgress, &component,
                                             [this] { QFile::resize(input, 100'000); });
     EXPECT_EQ(reasonOf(wavFile({.frames = 1'000'000})), QStringLiteral("its sound ends too early"));
