@@ -201,6 +201,18 @@ TEST_F(ProfileFileTest, whateverFailsIsToldAndTheOldFileStaysToTheByte)
     EXPECT_EQ(content(), "[a]\nx=new\n;\n");
 }
 
+TEST_F(ProfileFileTest, theNewTextIsOnTheDiskAndReadBackBeforeItTakesTheName)
+{
+    write("[a]\n");
+    faults::refuseNameless(true);
+    faults::arm(folder.path().toStdString());
+    set("a", "x", QStringLiteral("1"));
+    faults::disarm();
+    faults::refuseNameless(false);
+    EXPECT_EQ(faults::calls(), "open open " // the lock, the old text
+                               "open write flush open open rename flush ");
+}
+
 TEST_F(ProfileFileTest, aLockIsNoFileAndEndsWithItsOwner)
 {
     int pipe[2];

@@ -174,6 +174,9 @@ CALL_LIKE(ssize_t, pwrite, Write, file, (errno == 0 ? ssize_t(count) : -1),
           (int file, const void *bytes, size_t count, off_t at), (file, bytes, count, at))
 CALL_LIKE(ssize_t, pwrite64, Write, file, (errno == 0 ? ssize_t(count) : -1),
           (int file, const void *bytes, size_t count, off64_t at), (file, bytes, count, at))
+CALL_LIKE(ssize_t, copy_file_range, Write, to, -1,
+          (int from, off64_t *begin, int to, off64_t *at, size_t count, unsigned flags),
+          (from, begin, to, at, count, flags))
 CALL_LIKE(ssize_t, writev, Write, file, -1, (int file, const iovec *parts, int count), (file, parts, count))
 
 CALL_LIKE(int, fsync, Flush, file, -1, (int file), (file))
