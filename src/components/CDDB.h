@@ -3,9 +3,11 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <stop_token>
 
 /// The FreeDB client: a bag of properties and two calls, each the whole exchange with the service. A call
 /// blocks for about `TimeOut` seconds at most, never calls back, and reports every failure as a status code.
+/// It may run in any thread while nobody else uses the client; a stop ends it soon, as without a connection.
 /// The read properties stay as they are between the end of a call and the next one. The number behind each
 /// operation is its dispatch id.
 class CDDB : public QObject
@@ -54,6 +56,6 @@ public:
     virtual QString Genre() const = 0;                          // 18, a name
     virtual void setGenre(const QString &genre) = 0;            // 18
     virtual void setTrackOffsets(const QString &offsets) = 0;   // 19, start frames joined by "|"
-    virtual qint16 QueryDisc(const QString &discId) = 0;        // 20
-    virtual qint16 SubmitDisc(const QString &discId) = 0;       // 21
+    virtual qint16 QueryDisc(const QString &discId, const std::stop_token &stop) = 0;  // 20
+    virtual qint16 SubmitDisc(const QString &discId, const std::stop_token &stop) = 0; // 21
 };

@@ -6,6 +6,7 @@
 #include "components/CDDB.h"
 #include "components/CDRipperX.h"
 #include "controls/DigitsOnly.h"
+#include "controls/InputGate.h"
 #include "metadata/TrackListHost.h"
 #include "metadata/TrackTitles.h"
 #include "platform/Dialogs.h"
@@ -99,16 +100,6 @@ bool frmCddb::isSameDisc() const
     return id == m_discId || id.endsWith(QStringLiteral("00")); // the number of tracks
 }
 
-bool frmCddb::followDisc()
-{
-    if (isSameDisc())
-        return false;
-    m_discId = m_parts.CDRipperX1.DiscId();
-    txtID->setText(m_discId);
-    showDisc(DiscInfo()); // the record still holds the texts of the disc before
-    return true;
-}
-
 void frmCddb::TabStrip1_Click()
 {
     pages->setCurrentIndex(TabStrip1->currentIndex());
@@ -123,8 +114,11 @@ void frmCddb::ListView1_Click()
 
 void frmCddb::OKButton_Click()
 {
-    if (m_bExchanging)
+    if (m_bExchanging) {
+        if (m_gate)
+            m_gate->cancel();
         return;
+    }
     SaveServerSettings();
     if (!isSameDisc()) {
         unload(); // the record is that of another disc than the page

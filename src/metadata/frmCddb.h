@@ -5,9 +5,12 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <stop_token>
 
 class CDDB;
 class CDRipperX;
+class InputGate;
 class NCTAudioInformation;
 class SettingsStore;
 class TrackListHost;
@@ -15,7 +18,10 @@ struct DiscInfo;
 
 /// Looks the disc up at a FreeDB server and writes what came back into the disc record, or submits what the
 /// user typed; beside that the choice of the server and the proxy. Modal.
-/// An exchange with the server blocks under the wait cursor.
+///
+/// An exchange with the server runs in a thread. The handler waits for it under the wait cursor, while
+/// windows are painted and a rip goes on; input comes to nothing but for Escape, "Close" and the close box,
+/// which break the exchange off and leave the window as it was.
 class frmCddb : public FormOf<QDialog>, private Ui::frmCddb
 {
     Q_OBJECT
@@ -43,8 +49,6 @@ private:
     void showDisc(const DiscInfo &disc);
     /// Whether no other disc came into the drive.
     bool isSameDisc() const;
-    /// Where another disc lies in the drive than before, shows that one and returns true.
-    bool followDisc();
     void TabStrip1_Click();
     void ListView1_Click();
     void OKButton_Click();
@@ -62,6 +66,13 @@ private:
     void SaveServerSettings();
     void UpdateProxyControls();
 
+    // frmCddb_Exchange.cpp
+    using Exchange = std::function<qint16(const std::stop_token &)>;
+    /// The status of an exchange that runs beside the window; nothing where the user broke it off.
+    std::optional<qint16> runExchange(const Exchange &exchange);
+    /// Where another disc lies in the drive than before, shows that one and returns true.
+    bool followDisc();
+
     // frmCddb_Lookup.cpp
     void cmdGet_Click();
     void takeLookup();
@@ -78,4 +89,5 @@ private:
     QString m_discId; ///< of the disc that the window shows
     /// An exchange runs, or what follows on it: no other command may start from within.
     bool m_bExchanging = false;
+    InputGate *m_gate = nullptr; ///< while the server is waited for
 };

@@ -4,7 +4,6 @@
 #include "base/SkipFailures.h"
 #include "base/Text.h"
 #include "components/CDDB.h"
-#include "controls/WaitCursor.h"
 #include "metadata/Genres.h"
 #include "metadata/TrackListHost.h"
 #include "metadata/frmCddb.h"
@@ -20,11 +19,16 @@ void frmCddb::cmdGet_Click()
     const SkipFailures skip;
     skip([&] { followDisc(); });
     writeConnection(skip);
-    qint16 status = CDDB::Found;
+    std::optional<qint16> status = CDDB::OtherFailure; // where there is no thread for it
     skip([&] {
-        const WaitCursor waiting(*this);
-        status = CDDB1->QueryDisc(txtID->text());
+        status = runExchange([this, id = txtID->text()](const std::stop_token &stop) {
+            qint16 answer = CDDB::Found;
+            SkipFailures()([&] { answer = CDDB1->QueryDisc(id, stop); });
+            return answer;
+        });
     });
+    if (!status)
+        return;
     bool isNewDisc = false;
     skip([&] { isNewDisc = followDisc(); });
     if (isNewDisc)
@@ -34,7 +38,7 @@ void frmCddb::cmdGet_Click()
     else if (status == CDDB::NotFound)
         skip([&] { showInformation(QStringLiteral("No CD Information")); });
     else
-        skip([&] { showFailure(status); });
+        skip([&] { showFailure(*status); });
 }
 
 void frmCddb::takeLookup()

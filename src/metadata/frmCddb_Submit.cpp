@@ -38,17 +38,20 @@ void frmCddb::cmdSubmitCDDB_Click()
     CDDB1->setGenre(cboGenre->currentText());
     CDDB1->setComments(trimBlanks(txtComm->text()));
     CDDB1->setEmail(trimBlanks(txtEmail->text()));
-    const qint16 status = [this] {
+    {
         const WaitCursor waiting(*this);
         desktop().pump.processEvents();
-        return CDDB1->SubmitDisc(txtID->text());
-    }();
+    }
+    const std::optional<qint16> status = runExchange(
+        [this, id = txtID->text()](const std::stop_token &stop) { return CDDB1->SubmitDisc(id, stop); });
+    if (!status)
+        return;
     if (status == CDDB::Accepted)
         takeSubmission();
     else if (status == CDDB::Refused)
         showError(QStringLiteral("Submission Rejected"));
     else
-        showFailure(status);
+        showFailure(*status);
 }
 
 QString frmCddb::findRefusal()

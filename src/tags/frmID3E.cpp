@@ -3,6 +3,7 @@
 #include "base/Formats.h"
 #include "controls/DigitsOnly.h"
 #include "controls/DroppedPaths.h"
+#include "controls/InputGate.h"
 #include "platform/Dialogs.h"
 #include "settings/GenreList.h"
 #include "tags/TagColumns.h"
@@ -85,7 +86,18 @@ void frmID3E::cmdDown_Click()
 
 void frmID3E::cmdClose_Click()
 {
-    unload();
+    if (m_gate)
+        m_gate->cancel();
+    else
+        unload();
+}
+
+void frmID3E::closeEvent(QCloseEvent *event)
+{
+    if (m_gate)
+        event->ignore();
+    else
+        FormOf::closeEvent(event);
 }
 
 void frmID3E::inform(const QString &text)

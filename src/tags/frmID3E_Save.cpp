@@ -1,12 +1,16 @@
 #include "base/Numbers.h"
 #include "base/SkipFailures.h"
+#include "base/Task.h"
 #include "base/Text.h"
+#include "controls/InputGate.h"
 #include "controls/WaitCursor.h"
 #include "platform/Dialogs.h"
 #include "tags/TagColumns.h"
 #include "tags/frmID3E.h"
 
+#include <QScopedValueRollback>
 #include <QStyle>
+#include <algorithm>
 
 void frmID3E::ListView1_DblClick()
 {
@@ -31,6 +35,8 @@ void frmID3E::cmdEdit_Click()
 
 void frmID3E::cmdSave_Click()
 {
+    if (m_gate)
+        return;
     if (hasNoRows()) {
         inform(QStringLiteral("There are no files opened in the list"));
         return;
@@ -43,12 +49,23 @@ void frmID3E::cmdSave_Click()
         inform(QStringLiteral("Please enter the text string for artist."));
         return;
     }
+    bool wasCancelled = false;
+    m_saved = 0;
     {
         const WaitCursor waiting(*this);
-        for (int row = 1; row <= ListView1->rowCount(); ++row)
+        InputGate gate(*this, *cmdClose);
+        const QScopedValueRollback saving(m_gate, &gate);
+        m_saving.start();
+        for (int row = 1; row <= ListView1->rowCount() && !gate.isCancelled(); ++row)
             SaveFileTags(static_cast<qint16>(row));
+        wasCancelled = gate.isCancelled();
+        prgSave->hide();
     }
-    inform(QStringLiteral("Saved Successfully!"));
+    if (wasCancelled)
+        inform(
+            QStringLiteral("Cancelled: %1 of %2 files are saved.").arg(m_saved).arg(ListView1->rowCount()));
+    else
+        inform(QStringLiteral("Saved Successfully!"));
 }
 
 /// With errors passed over: a file that can't be written stays as it is, its row says why, and a year that is
@@ -73,18 +90,46 @@ void frmID3E::SaveFileTags(qint16 no)
         m_AInfo->setTagComment(
             meantText(trimBlanks(txtComment->text()), m_whole.comment, TagRecord::CommentSize));
     });
-    try {
-        m_AInfo->WriteTags(withoutNul(path));
-        markRow(no, {});
-    } catch (const RunTimeFailure &failure) {
-        markRow(no, failure.description());
-    }
+    skip([&] { writeBeside(withoutNul(path), no); });
 }
 
 QString frmID3E::titleOf(int row) const
 {
     const QString whole = ListView1->topLevelItem(row - 1)->data(TagColumns::Title, WholeText).toString();
     return meantText(trimBlanks(ListView1->text(row, TagColumns::Title)), whole, TagRecord::TitleSize);
+}
+
+void frmID3E::writeBeside(const QString &path, qint16 no)
+{
+    TagWriting writing;
+    const auto isCancelled = [&] {
+        showProgress(no, writing);
+        return m_gate->isCancelled();
+    };
+    try {
+        doBeside("tags",
+                 [&](const std::stop_token &stop) {
+                     writing.stop = stop;
+                     m_AInfo->WriteTags(path, &writing);
+                 },
+                 {.isCancelled = isCancelled, .takesInput = true});
+        ++m_saved;
+        markRow(no, {});
+    } catch (const TaskCancelled &) { // it stays as it is
+    } catch (const RunTimeFailure &failure) {
+        markRow(no, failure.description());
+    }
+}
+
+void frmID3E::showProgress(qint16 no, const TagWriting &writing)
+{
+    constexpr qint64 QuickMilliseconds = 1000; ///< what is done by then needs no word
+    if (m_saving.elapsed() < QuickMilliseconds)
+        return;
+    const double ofFile =
+        writing.expected > 0 ? std::min(1.0, double(writing.written) / double(writing.expected)) : 0;
+    prgSave->setValue(static_cast<int>((no - 1 + ofFile) / ListView1->rowCount() * prgSave->maximum()));
+    prgSave->show();
 }
 
 void frmID3E::markRow(int row, const QString &reason)

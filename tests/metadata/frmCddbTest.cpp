@@ -9,6 +9,7 @@
 
 #include <QPlainTextEdit>
 #include <QTabBar>
+#include <thread>
 
 namespace {
 
@@ -23,7 +24,7 @@ public:
         return false;
     }
 
-    bool painted = false;
+    std::atomic<bool> painted = false;
 };
 
 class frmCddbTest : public MetadataFixture<frmCddb>
@@ -234,6 +235,70 @@ TEST_F(frmCddbTest, clicksThatWaitedForTheLookupStartNoSecondOne)
     click("cmdGet");
     EXPECT_EQ(exchange(), (QStringList{QStringLiteral("CDDB.QueryDisc(1801c203)"),
                                        QStringLiteral("UpdateFileNamesWithTitles")}));
+}
+
+TEST_F(frmCddbTest, anExchangeCanBeBrokenOffAndNothingElseRunsMeanwhile)
+{
+    disc.Album = QStringLiteral("Old");
+    const struct
+    {
+        const char *button;
+        std::function<void()> breakOff;
+    } rows[] = {
+        {"cmdGet", [&] { click("OKButton"); }},
+        {"cmdGet", [&] { QTest::mouseClick(at<QWidget>("OKButton"), Qt::LeftButton); }},
+        {"cmdDownload", [&] { QTest::keyClick(window->focusWidget(), Qt::Key_Escape); }},
+        {"cmdGet", [&] { window->close(); }},
+        {"cmdSubmit", [&] { window->close(); }},
+    };
+    for (const auto &row : rows) {
+        open();
+        fillIn();
+        const QString before = record();
+        client->onStop = [&] {
+            QMetaObject::invokeMethod(
+                window.get(),
+                [&] {
+                    for (const char *other : {"cmdGet", "cmdSubmit"}) {
+                        click(other);
+                        QTest::mouseClick(at<QWidget>(other), Qt::LeftButton);
+                    }
+                    clickTitle(1);
+                    Q_EMIT at<ReportListView>("ListView1")->returnPressed();
+                    QTest::keyClicks(at<QLineEdit>("txtAlbum"), QStringLiteral("x"));
+                    row.breakOff();
+                },
+                Qt::QueuedConnection);
+        };
+        click(row.button);
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_FALSE(QGuiApplication::overrideCursor());
+        EXPECT_EQ(record(), before);
+        EXPECT_EQ(text("txtAlbum"), QStringLiteral("a"));
+        const QStringList calls = system.log.take();
+        EXPECT_EQ(calls.filter(QStringLiteral("Disc(")).size(), 1);
+        EXPECT_FALSE(calls.contains(QStringLiteral("UpdateFileNamesWithTitles")));
+        window->close();
+        EXPECT_TRUE(window->isUnloaded());
+    }
+}
+
+TEST_F(frmCddbTest, theWindowGoesOnPaintingWhileTheServiceIsAsked)
+{
+    open();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    PaintWatch watch;
+    client->onStop = [&] {
+        QMetaObject::invokeMethod(window.get(), [&] {
+            window->installEventFilter(&watch);
+            window->update();
+        });
+        while (!watch.painted)
+            std::this_thread::yield();
+        QMetaObject::invokeMethod(window.get(), [&] { click("OKButton"); });
+    };
+    click("cmdGet");
+    EXPECT_TRUE(watch.painted);
 }
 
 TEST_F(frmCddbTest, commandsBehindALookupDoNotTouchWhatItFetched)

@@ -1,5 +1,6 @@
 #include "tags/frmID3E.h"
 
+#include "base/Task.h"
 #include "controls/DropDownList.h"
 #include "controls/ReportListView.h"
 #include "testkit/FakeNCTAudioInformation.h"
@@ -9,6 +10,8 @@
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QProgressBar>
+#include <future>
 
 namespace {
 
@@ -348,6 +351,50 @@ TEST_F(frmID3ETest, savingWritesEveryRowWithItsPlaceAsTrack)
     EXPECT_EQ(markOf(3), QString());
     EXPECT_FALSE(list->topLevelItem(1)->icon(2).isNull());
     AInfo->files[text("/music/3.mp3")].writable = true;
+}
+
+TEST_F(frmID3ETest, aLongSavingShowsHowFarItIsAndCanBeBrokenOff)
+{
+    const std::function<void()> ways[] = {
+        [&] { QTest::mouseClick(control<QWidget>(*window, text("cmdClose")), Qt::LeftButton); },
+        [&] { QTest::keyClick(list, Qt::Key_Escape); },
+        [&] { window->close(); },
+    };
+    openSongs(3);
+    auto *progress = control<QProgressBar>(*window, text("prgSave"));
+    for (const auto &breakOff : ways) {
+        int writings = 0;
+        AInfo->onWrite = [&](TagWriting &writing) {
+            writing.written = 1;
+            writing.expected = 2;
+            if (++writings == 1)
+                return;
+            QMetaObject::invokeMethod(window.get(), [&] {
+                click("cmdSave"); // nothing else runs meanwhile
+                QTest::mouseClick(control<QWidget>(*window, text("cmdOpen")), Qt::LeftButton);
+                QTest::keyClicks(box("txtAlbum"), text("x"));
+                if (&breakOff == ways) { // it takes a second until something is shown
+                    EXPECT_TRUE(waitFor([&] { return progress->isVisible(); }));
+                    EXPECT_EQ(progress->value(), 500); // one of three, and half of the second
+                }
+                breakOff();
+            });
+            std::promise<void> stopped;
+            const std::stop_callback callback(writing.stop, [&] { stopped.set_value(); });
+            stopped.get_future().wait();
+            throw TaskCancelled();
+        };
+        expectInformation("Cancelled: 1 of 3 files are saved.");
+        click("cmdSave");
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_FALSE(progress->isVisible());
+        EXPECT_EQ(box("txtAlbum")->text(), text("Album 3"));
+        EXPECT_EQ(writings, 2);
+    }
+    AInfo->onWrite = nullptr;
+    system.dialogs.expectBox(text("Saved Successfully!"), BoxAnswer::Ok, ProgramTitle,
+                             [&] { EXPECT_FALSE(progress->isVisible()); });
+    click("cmdSave");
 }
 
 TEST_F(frmID3ETest, anEmptyYearLeavesTheOneOfTheFileBefore)

@@ -6,6 +6,7 @@
 #include "testkit/CallLog.h"
 
 #include <functional>
+#include <future>
 
 /// A FreeDB client whose service is the test. Every write and both calls go into the log: "CDDB.TimeOut =
 /// 30", "CDDB.QueryDisc(0a0b0c03)".
@@ -23,7 +24,8 @@ public:
 
     qint16 status = 0;            ///< what both calls give
     Entry entry;                  ///< the properties that can be read
-    std::function<void()> onCall; ///< runs inside either call; may raise a failure
+    std::function<void()> onCall; ///< runs inside either call, beside the window; may raise a failure
+    std::function<void()> onStop; ///< runs inside either call, which then waits to be stopped
     QString failing;              ///< the property whose writing fails, say "HostName"
     QString failingRead;          ///< the property whose reading fails
 
@@ -63,8 +65,14 @@ public:
     QString Genre() const override { return read("Genre", entry.genre); }
     void setGenre(const QString &genre) override { write("Genre", genre, &entry.genre); }
     void setTrackOffsets(const QString &offsets) override { write("TrackOffsets", offsets); }
-    qint16 QueryDisc(const QString &discId) override { return call("QueryDisc", discId); }
-    qint16 SubmitDisc(const QString &discId) override { return call("SubmitDisc", discId); }
+    qint16 QueryDisc(const QString &discId, const std::stop_token &stop) override
+    {
+        return call("QueryDisc", discId, stop);
+    }
+    qint16 SubmitDisc(const QString &discId, const std::stop_token &stop) override
+    {
+        return call("SubmitDisc", discId, stop);
+    }
 
 private:
     template <typename Value>
@@ -82,11 +90,18 @@ private:
         if (kept)
             *kept = value;
     }
-    qint16 call(const char *name, const QString &discId)
+    qint16 call(const char *name, const QString &discId, const std::stop_token &stop)
     {
         m_log.add(QStringLiteral("CDDB.%1(%2)").arg(QLatin1StringView(name), discId));
         if (onCall)
             onCall();
+        if (onStop) {
+            std::promise<void> stopped;
+            const std::stop_callback callback(stop, [&] { stopped.set_value(); });
+            onStop();
+            stopped.get_future().wait();
+            return NoConnection;
+        }
         return status;
     }
 

@@ -6,6 +6,7 @@
 #include "testkit/CallLog.h"
 
 #include <QMap>
+#include <functional>
 
 /// The tag component over files that exist only in `files`. Each call but `GenreName` goes into the log:
 /// "AInfo.ReadTags(path)", "AInfo.TagYear" when it is asked, "AInfo.TagYear = 1999" when it is set.
@@ -26,7 +27,8 @@ public:
 
     explicit FakeNCTAudioInformation(CallLog &log) : m_log(log) {}
 
-    QMap<QString, File> files; ///< by path; a path that isn't here can't be read or written
+    std::function<void(TagWriting &)> onWrite; ///< runs inside a writing that is watched
+    QMap<QString, File> files;                 ///< by path; a path that isn't here can't be read or written
 
     void ReadTags(const QString &path) override
     {
@@ -37,9 +39,11 @@ public:
         m_tags = files[path];
         m_tags.track = track;
     }
-    void WriteTags(const QString &path) override
+    void WriteTags(const QString &path, TagWriting *watched = nullptr) override
     {
         add(QStringLiteral("WriteTags(%1)").arg(path));
+        if (onWrite && watched)
+            onWrite(*watched);
         if (!files.contains(path))
             throw RunTimeFailure(RunTimeFailure::FileNotFound);
         File &file = files[path];

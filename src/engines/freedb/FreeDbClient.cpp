@@ -72,9 +72,9 @@ ReadResult readEntry(HttpExchange &exchange, const QString &category, const QStr
 
 } // namespace
 
-qint16 FreeDbClient::QueryDisc(const QString &discId)
+qint16 FreeDbClient::QueryDisc(const QString &discId, const std::stop_token &stop)
 {
-    HttpExchange exchange(route());
+    HttpExchange exchange(route(), stop);
     std::optional<std::pair<DiscEntry, QString>> best;
     ReadResult::Kind worst = ReadResult::NotFound;
     QByteArray complaint;
@@ -101,7 +101,7 @@ qint16 FreeDbClient::QueryDisc(const QString &discId)
     return worst == ReadResult::NoConnection ? qint16{NoConnection} : qint16{OtherFailure};
 }
 
-qint16 FreeDbClient::SubmitDisc(const QString &discId)
+qint16 FreeDbClient::SubmitDisc(const QString &discId, const std::stop_token &stop)
 {
     Submission submission{.entry = {.artist = m_artist,
                                     .album = m_album,
@@ -115,7 +115,7 @@ qint16 FreeDbClient::SubmitDisc(const QString &discId)
                           .client = clientName()};
     submission.entry.titles.resize(std::clamp<int>(m_trackCount, 0, MostTracks));
 
-    HttpExchange exchange(route());
+    HttpExchange exchange(route(), stop);
     const HttpAnswer answer =
         exchange.post(submitTarget(), submitHeaders(m_category, discId, m_email), entryText(submission));
     if (answer.outcome == HttpAnswer::Outcome::NoConnection)

@@ -47,8 +47,8 @@ public:
     void setTrackOffsets(const QString &offsets) override { m_trackOffsets = offsets; }
     /// Asks every category, since only the id is known, and takes the best entry that it finds. What was
     /// found counts, even where a later category can't be asked any more. Only a find changes the properties.
-    qint16 QueryDisc(const QString &discId) override;
-    qint16 SubmitDisc(const QString &discId) override;
+    qint16 QueryDisc(const QString &discId, const std::stop_token &stop) override;
+    qint16 SubmitDisc(const QString &discId, const std::stop_token &stop) override;
 
 private:
     net::Route route() const;

@@ -75,25 +75,56 @@ HttpAnswer::Outcome outcomeOf(CURLcode code, long status)
     }
 }
 
+/// Does a prepared transfer, as one call would that could be stopped.
+CURLcode transfer(CURLM *transfers, CURL *curl, const std::stop_token &stop)
+{
+    constexpr int PollMilliseconds = 1000; ///< at most; whatever happens wakes it up
+    if (curl_multi_add_handle(transfers, curl) != CURLM_OK)
+        return CURLE_OUT_OF_MEMORY;
+    CURLcode code = CURLE_ABORTED_BY_CALLBACK;
+    {
+        const std::stop_callback wake(stop, [transfers] { curl_multi_wakeup(transfers); });
+        int running = 1;
+        while (running > 0 && !stop.stop_requested()) {
+            if (curl_multi_perform(transfers, &running) != CURLM_OK)
+                break;
+            if (running > 0)
+                curl_multi_poll(transfers, nullptr, 0, PollMilliseconds, nullptr);
+        }
+    }
+    int left = 0;
+    if (const CURLMsg *message = curl_multi_info_read(transfers, &left);
+        message && message->msg == CURLMSG_DONE)
+        code = message->data.result;
+    curl_multi_remove_handle(transfers, curl);
+    return code;
+}
+
 } // namespace
 
 struct HttpExchange::CurlState
 {
-    struct Deleter
+    struct TransfersDeleter
+    {
+        void operator()(CURLM *transfers) const { curl_multi_cleanup(transfers); }
+    };
+    struct HandleDeleter
     {
         void operator()(CURL *handle) const { curl_easy_cleanup(handle); }
     };
-    std::unique_ptr<CURL, Deleter> handle;
+    std::unique_ptr<CURLM, TransfersDeleter> transfers; ///< keeps the connection, and can be woken up
+    std::unique_ptr<CURL, HandleDeleter> handle;
 };
 
-HttpExchange::HttpExchange(const Route &route)
-    : m_curl(new CurlState), m_deadline(std::chrono::seconds(route.seconds))
+HttpExchange::HttpExchange(const Route &route, std::stop_token stop)
+    : m_curl(new CurlState), m_deadline(std::chrono::seconds(route.seconds)), m_stop(std::move(stop))
 {
     if (!prepareCurl())
         return;
+    m_curl->transfers.reset(curl_multi_init());
     m_curl->handle.reset(curl_easy_init());
     CURL *curl = m_curl->handle.get();
-    if (!curl)
+    if (!curl || !m_curl->transfers)
         return;
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
     // A name server that doesn't answer must not hold the end of the time-out up.
@@ -166,7 +197,7 @@ HttpAnswer HttpExchange::perform(const QByteArray &target)
     curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, static_cast<long>(left));
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(std::min(left, ConnectMilliseconds)));
     curl_easy_setopt(curl, CURLOPT_WRITEDATA, &answer.body);
-    const CURLcode code = curl_easy_perform(curl);
+    const CURLcode code = transfer(m_curl->transfers.get(), curl, m_stop);
     curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &answer.status);
     answer.outcome = outcomeOf(code, answer.status);
     if (answer.outcome == HttpAnswer::Outcome::NoConnection)

@@ -6,6 +6,7 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 namespace net {
 
@@ -48,7 +49,8 @@ class HttpExchange
 public:
     static constexpr qsizetype LongestBody = 256 * 1024;
 
-    explicit HttpExchange(const Route &route);
+    /// A stop, asked for in any thread, breaks off what is under way and all that follows.
+    explicit HttpExchange(const Route &route, std::stop_token stop = {});
     ~HttpExchange();
     HttpExchange(const HttpExchange &) = delete;
     HttpExchange &operator=(const HttpExchange &) = delete;
@@ -66,6 +68,7 @@ private:
     std::unique_ptr<CurlState> m_curl;
     QByteArray m_base; ///< "http://host:port"; empty where the route leads nowhere
     QDeadlineTimer m_deadline;
+    std::stop_token m_stop;
 };
 
 } // namespace net

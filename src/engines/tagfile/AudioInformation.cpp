@@ -3,6 +3,7 @@
 #include "base/Log.h"
 #include "base/RegularFile.h"
 #include "base/RunTimeFailure.h"
+#include "base/Task.h"
 #include "engines/tagfile/AudioKind.h"
 #include "engines/tagfile/GenreNames.h"
 #include "engines/tagfile/Mp3Tags.h"
@@ -36,6 +37,38 @@ TagFormat formatOf(QIODevice &file)
     }
 }
 
+/// Tells the one who waits how far the writing is, and ends it when that is asked for.
+class WatchedSink final : public files::ByteSink
+{
+public:
+    WatchedSink(files::ByteSink &sink, TagWriting &watched) : m_sink(sink), m_watched(watched) {}
+
+    void write(const std::uint8_t *bytes, std::size_t count) override
+    {
+        endIfStopped();
+        m_sink.write(bytes, count);
+        m_watched.written += static_cast<qint64>(count);
+    }
+    std::int64_t takeOver(int descriptor, std::int64_t begin, std::int64_t count) override
+    {
+        endIfStopped();
+        const std::int64_t taken = m_sink.takeOver(descriptor, begin, count);
+        m_watched.written += taken;
+        return taken;
+    }
+    void seek(std::int64_t position) override { m_sink.seek(position); }
+
+private:
+    void endIfStopped() const
+    {
+        if (m_watched.stop.stop_requested())
+            throw TaskCancelled();
+    }
+
+    files::ByteSink &m_sink;
+    TagWriting &m_watched;
+};
+
 TagFields readFields(const QString &path)
 {
     QFile file;
@@ -43,7 +76,7 @@ TagFields readFields(const QString &path)
     return formatOf(file).read(file);
 }
 
-void writeFields(const QString &path, const TagFields &fields)
+void writeFields(const QString &path, const TagFields &fields, TagWriting &writing)
 {
     const QString target = QFileInfo(path).canonicalFilePath();
     QFile file;
@@ -55,7 +88,9 @@ void writeFields(const QString &path, const TagFields &fields)
     if (!writeEdited)
         return;
     files::WholeFile copy(target);
-    writeEdited(copy);
+    writing.expected = file.size();
+    WatchedSink sink(copy, writing);
+    writeEdited(sink);
     copy.flush();
     if (readFields(copy.temporaryPath()) != fields)
         throw RunTimeFailure(RunTimeFailure::DeviceIoError, QStringLiteral("The tags didn't read back"));
@@ -80,9 +115,10 @@ void AudioInformation::ReadTags(const QString &path)
     m_fields = traced(logTags, path, [&] { return readFields(path); });
 }
 
-void AudioInformation::WriteTags(const QString &path)
+void AudioInformation::WriteTags(const QString &path, TagWriting *watched)
 {
-    traced(logTags, path, [&] { writeFields(path, m_fields.writable()); });
+    TagWriting nobody;
+    traced(logTags, path, [&] { writeFields(path, m_fields.writable(), watched ? *watched : nobody); });
 }
 
 QString AudioInformation::GenreName(qint16 index) const

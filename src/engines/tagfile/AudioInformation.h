@@ -20,7 +20,7 @@ public:
     using NCTAudioInformation::NCTAudioInformation;
 
     void ReadTags(const QString &path) override;
-    void WriteTags(const QString &path) override;
+    void WriteTags(const QString &path, TagWriting *watched = nullptr) override;
     QString GenreName(qint16 index) const override;
     QString TagAlbum() const override { return m_fields.album; }
     void setTagAlbum(const QString &album) override { m_fields.album = album; }

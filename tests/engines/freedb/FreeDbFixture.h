@@ -59,7 +59,7 @@ protected:
         client.setTimeOut(QStringLiteral("2"));
         QElapsedTimer clock;
         clock.start();
-        const qint16 status = client.QueryDisc(Id);
+        const qint16 status = client.QueryDisc(Id, {});
         EXPECT_LT(clock.elapsed(), 6000);
         return status;
     }

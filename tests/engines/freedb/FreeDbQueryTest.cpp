@@ -27,10 +27,10 @@ TEST_F(FreeDbClientTest, anyTextOfAnIdIsSentEncoded)
 {
     LoopbackServer server(always(notFound()));
     client.setHostName(server.host());
-    EXPECT_EQ(client.QueryDisc(QStringLiteral("a b&proto=1\r\nX: ä")), CDDB::NotFound);
+    EXPECT_EQ(client.QueryDisc(QStringLiteral("a b&proto=1\r\nX: ä"), {}), CDDB::NotFound);
     EXPECT_TRUE(
         server.requests().constFirst().target.contains("blues+a+b%26proto%3D1%0D%0AX%3A+%C3%A4&hello="));
-    EXPECT_EQ(client.QueryDisc(QString()), CDDB::NotFound);
+    EXPECT_EQ(client.QueryDisc(QString(), {}), CDDB::NotFound);
 }
 
 TEST_F(FreeDbClientTest, takesTheMostCompleteOfSeveralMatches)
@@ -164,7 +164,7 @@ TEST_F(FreeDbClientTest, theTimeOutHoldsForTheWholeExchange)
     for (const char *text : {"", "0", "abc", "-5", " 7 "}) {
         client.setHostName(server.host());
         client.setTimeOut(QString::fromLatin1(text));
-        EXPECT_EQ(client.QueryDisc(Id), CDDB::Found) << text;
+        EXPECT_EQ(client.QueryDisc(Id, {}), CDDB::Found) << text;
     }
 }
 
@@ -215,6 +215,22 @@ TEST_F(FreeDbClientTest, ninetyNineTracks)
     EXPECT_EQ(queryAt(onlyIn("data", found(entry))), CDDB::Found);
     EXPECT_EQ(client.TrackCount(), 99);
     EXPECT_EQ(client.Titles(), titles.join(u'|') + u'|');
+}
+
+TEST_F(FreeDbClientTest, aStopEndsAnExchangeAtOnce)
+{
+    std::stop_source stop;
+    LoopbackServer server([&](const HttpRequest &) {
+        stop.request_stop();
+        return HttpResponse{.body = "", .headers = {}, .manner = Manner::Silent};
+    });
+    client.setHostName(server.host());
+    client.setTimeOut(QStringLiteral("60"));
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(client.QueryDisc(Id, stop.get_token()), CDDB::NoConnection);
+    EXPECT_EQ(client.SubmitDisc(Id, stop.get_token()), CDDB::NoConnection);
+    EXPECT_LT(clock.elapsed(), 500);
 }
 
 } // namespace

@@ -29,7 +29,7 @@ protected:
         LoopbackServer server(handler);
         client.setHostName(server.host());
         client.setTimeOut(QStringLiteral("2"));
-        const qint16 status = client.SubmitDisc(Id);
+        const qint16 status = client.SubmitDisc(Id, {});
         requests = server.requests();
         return status;
     }
@@ -61,7 +61,7 @@ TEST_F(SubmitTest, theEntryArrivesWholeAndReadsBackEqual)
     FreeDbClient reader;
     LoopbackServer service(onlyIn("jazz", found(request.body)));
     reader.setHostName(service.host());
-    EXPECT_EQ(reader.QueryDisc(Id), CDDB::Found);
+    EXPECT_EQ(reader.QueryDisc(Id, {}), CDDB::Found);
     EXPECT_EQ(reader.Titles(), QStringLiteral("Eins|Zwei|Drei|"));
     EXPECT_EQ(reader.Artist(), client.Artist());
     EXPECT_EQ(reader.Album(), client.Album());
