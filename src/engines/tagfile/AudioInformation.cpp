@@ -76,6 +76,16 @@ TagFields readFields(const QString &path)
     return formatOf(file).read(file);
 }
 
+/// Whether a file just written holds the fields; one that can't be understood doesn't.
+bool readsBack(const QString &path, const TagFields &fields)
+{
+    try {
+        return readFields(path) == fields;
+    } catch (const RunTimeFailure &) {
+        return false;
+    }
+}
+
 void writeFields(const QString &path, const TagFields &fields, TagWriting &writing)
 {
     const QString target = QFileInfo(path).canonicalFilePath();
@@ -92,7 +102,7 @@ void writeFields(const QString &path, const TagFields &fields, TagWriting &writi
     WatchedSink sink(copy, writing);
     writeEdited(sink);
     copy.flush();
-    if (readFields(copy.temporaryPath()) != fields)
+    if (!readsBack(copy.temporaryPath(), fields))
         throw RunTimeFailure(RunTimeFailure::DeviceIoError, QStringLiteral("The tags didn't read back"));
     copy.commit();
 }
