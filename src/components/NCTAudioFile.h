@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <functional>
 
 /// The writer's MP3 settings. Bit rates are in kb/s, rates in hertz.
 class NCTMP3Options
@@ -48,7 +49,8 @@ public:
     virtual qint32 SamplesPerSecond() const = 0; // 13
     /// A line for people: the opened file, the output format or the WMA profile; empty where the format last
     /// set isn't possible.
-    virtual QString FormatString() const = 0;                                          // 14
+    virtual QString FormatString() const = 0; // 14
+    /// On a reader whose source has come to its end also negative where not all of it could be read.
     virtual qint32 Status() const = 0;                                                 // 19
     virtual qint32 ChannelCount() const = 0;                                           // 20
     virtual qint32 SampleRate() const = 0;                                             // 21, hertz
@@ -64,7 +66,10 @@ public:
     /// A profile's number is 1 to 51.
     virtual void SelectWMAProfile(qint32 profile) = 0;  // 58
     virtual void setExtendedFormats(bool extended) = 0; // 70
-    virtual NCTMP3Options &MP3Options() = 0;            // 73
+    /// `goOn` is called often while a call waits for the file that is being read. Once it says false, the
+    /// call waits no longer: `OpenRead` fails, `ReadSamples` gives nothing. This program's own.
+    virtual void setWhileReading(std::function<bool()> goOn) = 0;
+    virtual NCTMP3Options &MP3Options() = 0; // 73
     /// Whether the encoder can do it; minimum and maximum are 0 without variable bit rate.
     virtual bool CheckOGGFormat(qint32 rate, qint32 channels, qint32 bitRate, qint32 minimum,
                                 qint32 maximum) const = 0; // 91

@@ -27,6 +27,11 @@ frmMain1::frmMain1(const Desktop &desktop, std::unique_ptr<NCTAudioFile> reader,
     tmUsed->setObjectName(QStringLiteral("tmUsed"));
     tmUsed->setInterval(1000);
     attachHandlers();
+    // A stop must get through however long a source takes.
+    FileR->setWhileReading([this] {
+        this->desktop().pump.processEvents();
+        return m_bConverting;
+    });
 }
 
 void frmMain1::addSteps()

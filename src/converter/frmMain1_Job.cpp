@@ -17,12 +17,18 @@
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
 bool isSameFile(const QString &one, const QString &other)
 {
-    return QFileInfo::exists(other) && QFileInfo(one) == QFileInfo(other);
+    // By what the names lead to: on some disks names of other letter cases do so, too.
+    const auto place = [](const QString &path) {
+        return std::filesystem::path(QFile::encodeName(path).toStdString());
+    };
+    std::error_code failure;
+    return std::filesystem::equivalent(place(one), place(other), failure);
 }
 
 } // namespace
@@ -172,8 +178,8 @@ void frmMain1::ConvertOneFile(const QString &source, const QString &destination)
             const qint32 channels = FileR->ChannelCount();
             FileW->SetInputFormat(FileR->SampleRate(), channels);
             pumpSamples();
-            // What a stop leaves doesn't take the place of the source itself.
-            if (m_bConverting || !isSameFile(source, destination)) {
+            // The source itself gives way only to what was made of the whole of it.
+            if (!isSameFile(source, destination) || (m_bConverting && FileR->Status() >= 0)) {
                 drop.dismiss();
                 FileW->CloseFile();
             }

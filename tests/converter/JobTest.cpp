@@ -269,6 +269,54 @@ TEST_F(JobTest, aStopSparesASourceThatIsItsOwnDestination)
     EXPECT_EQ(written(u"a.wav"_s), u"32000"_s);
 }
 
+TEST_F(JobTest, aSourceGivesWayOnlyToWhatWasMadeOfTheWholeOfIt)
+{
+    for (const bool damaged : {false, true}) {
+        SCOPED_TRACE(damaged);
+        const QString itself = system.write(u"output/a.wav"_s, "sound");
+        const QString other = system.write(u"in/b.wav"_s, "sound");
+        system.write(u"output/b.wav"_s, "old");
+        open();
+        for (const QString &path : {itself, other})
+            reader->sources[path] = {
+                .rate = 8000, .channels = 2, .frames = 16000, .seconds = 2, .damaged = damaged};
+        goToLastStep({itself, other});
+        noExplorer();
+        choose(u"rdOverwrite"_s);
+        convert();
+        EXPECT_EQ(written(u"a.wav"_s), damaged ? u"sound"_s : u"32000"_s);
+        EXPECT_EQ(written(u"b.wav"_s), u"32000"_s);
+        EXPECT_EQ(system.log.take().contains(u"FileW.DropFile"_s), damaged);
+        window->unload();
+        deleteUnloaded();
+    }
+}
+
+TEST_F(JobTest, aStopGetsThroughWhileASourceIsWaitedFor)
+{
+    for (const QString &call : {u"FileR.OpenRead"_s, u"FileR.ReadSamples"_s}) {
+        SCOPED_TRACE(call.toStdString());
+        openJob();
+        system.dialogs.expectBox(u"Converting Stopped!"_s);
+        int passes = 0;
+        reader->during = [&](const QString &now) {
+            if (!now.startsWith(call))
+                return;
+            atPass(3, [&] { press(u"cmdNext"_s); });
+            while (reader->whileReading())
+                ++passes;
+            reader->sources.clear();
+        };
+        press(u"cmdNext"_s);
+        EXPECT_EQ(passes, 2);
+        EXPECT_TRUE(isIdle());
+        EXPECT_EQ(system.log.take().last(), u"FileR.CloseFile"_s);
+        EXPECT_EQ(window->cursor().shape(), Qt::ArrowCursor);
+        window->unload();
+        deleteUnloaded();
+    }
+}
+
 TEST_F(JobTest, aStopBeforeTheFirstFileConvertsNothing)
 {
     openJob();

@@ -3,8 +3,11 @@
 #include "engines/codecs/Recipe.h"
 #include "platform/qt/QtDesktop.h"
 #include "testkit/Encoding.h"
+#include "testkit/Logged.h"
 #include "testkit/Signals.h"
 #include "testkit/TestDecoder.h"
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -90,6 +93,33 @@ TEST_F(ConverterJourney, goodFilesBecomeEachOfTheFourFormatsAndABrokenOneIsPasse
     }
     EXPECT_EQ(made(u"last.wav"_s).samples, sound);
     EXPECT_EQ(QDir(system.folder() + u"/output"_s).entryList(QDir::Files | QDir::Hidden).size(), 8);
+}
+
+TEST_F(ConverterJourney, aDamagedFileStaysWhenItIsConvertedOntoItself)
+{
+    const auto sound = testkit::music(44100, 2, Frames * 4);
+    const QByteArray mp3 = testkit::encode(*codecs::mp3Recipe({}), {}, sound);
+    const QByteArray damaged = mp3.left(mp3.size() / 10);
+    const QString pipe = system.folder() + u"/pipe.mp3"_s;
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    const QString whole = system.write(u"output/whole.mp3"_s, mp3);
+    const QString part = system.write(u"output/part.mp3"_s, damaged);
+    add({pipe, whole, part, system.write(u"in/other.mp3"_s, damaged)});
+    takeFormat(u"rdDesMP3"_s);
+    choose(u"rdOverwrite"_s);
+    convert();
+    EXPECT_EQ(text(u"skConvertedFiles"_s), u"4"_s);
+    const auto content = [&](const QString &name) {
+        QFile file(output(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QString logged = takeLogged("tonelift.convert").join(u'\n');
+    EXPECT_TRUE(logged.contains(pipe) && logged.contains(part + u" is damaged"_s)) << qPrintable(logged);
+    EXPECT_EQ(content(u"part.mp3"_s), damaged);
+    EXPECT_NE(content(u"whole.mp3"_s), mp3);
+    EXPECT_EQ(made(u"whole.mp3"_s).frames(), Frames * 4);
+    EXPECT_GT(made(u"other.mp3"_s).frames(), Frames / 4); // what could be read of it
+    EXPECT_EQ(QDir(system.folder() + u"/output"_s).entryList(QDir::Files | QDir::Hidden).size(), 3);
 }
 
 TEST_F(ConverterJourney, aStopLeavesAShortFileThatCanBePlayed)

@@ -23,16 +23,18 @@ public:
         qint32 rate = 44100;
         qint32 channels = 2;
         qint64 frames = 44100;
-        qint32 seconds = 1; ///< what `DurationSeconds` says, whatever the frames are
+        qint32 seconds = 1;   ///< what `DurationSeconds` says, whatever the frames are
+        bool damaged = false; ///< which is known at its end
     };
 
     QStringList refused;
-    QMap<QString, Source> sources;   ///< what `OpenRead` opens; other paths give a negative `Status`
-    QStringList unwritable;          ///< paths for which `OpenWrite` gives a negative `Status`
-    QStringList impossible;          ///< `SetWAVFormat` calls that leave an empty `FormatString`
-    QMap<int, QString> profileNames; ///< for `FormatString` behind `SelectWMAProfile`; else "Profile n"
-    bool oggPossible = true;         ///< the answer of `CheckOGGFormat`
-    QMap<QString, qint64> written;   ///< values per path, of the files that were closed
+    QMap<QString, Source> sources;      ///< what `OpenRead` opens; other paths give a negative `Status`
+    QStringList unwritable;             ///< paths for which `OpenWrite` gives a negative `Status`
+    QStringList impossible;             ///< `SetWAVFormat` calls that leave an empty `FormatString`
+    QMap<int, QString> profileNames;    ///< for `FormatString` behind `SelectWMAProfile`; else "Profile n"
+    bool oggPossible = true;            ///< the answer of `CheckOGGFormat`
+    QMap<QString, qint64> written;      ///< values per path, of the files that were closed
+    std::function<bool()> whileReading; ///< what was set
     std::function<void(const QString &call)> during; ///< happens inside a call, behind its entry in the log
 
     void OpenRead(const QString &path) override
@@ -77,6 +79,8 @@ public:
         if (!m_open)
             throw RunTimeFailure(RunTimeFailure::InvalidCall);
         const qint64 given = std::min<qint64>(count, m_left);
+        if (given == 0 && m_source.damaged)
+            m_status = -1;
         m_left -= given;
         return QList<qint16>(given);
     }
@@ -130,6 +134,7 @@ public:
     {
         set(QStringLiteral("ExtendedFormats"), yesNoText(extended));
     }
+    void setWhileReading(std::function<bool()> goOn) override { whileReading = std::move(goOn); }
     NCTMP3Options &MP3Options() override
     {
         begin(QStringLiteral("MP3Options"), {});

@@ -4,9 +4,11 @@
 #include "base/RunTimeFailure.h"
 #include "base/Task.h"
 #include "engines/audiofile/FormatText.h"
+#include "engines/audiofile/ReadBack.h"
 #include "engines/audiofile/WmaProfiles.h"
 #include "engines/codecs/Recipe.h"
 
+#include <QFileInfo>
 #include <algorithm>
 
 namespace audiofile {
@@ -22,9 +24,13 @@ void AudioFile::OpenRead(const QString &path)
     m_status = 0;
     m_sourcePath = path;
     try {
-        m_source = traced(logConvert, path,
-                          [&] { return std::make_unique<ReadAhead>(std::make_unique<AudioSource>(path)); });
-        m_sourceText = m_source->source().description();
+        m_source = traced(logConvert, path, [&] {
+            const auto open = [path](const std::stop_token &stop) {
+                return std::make_unique<AudioSource>(path, stop);
+            };
+            return std::make_unique<ReadAhead>(open, m_goOn);
+        });
+        m_sourceText = m_source->description();
     } catch (const RunTimeFailure &failure) {
         m_status = -failure.number();
     }
@@ -35,12 +41,8 @@ void AudioFile::CloseFile()
     m_source.reset();
     // Nothing is open afterwards, also where the file can't be finished.
     if (const auto target = std::move(m_target)) {
-        traced(logConvert, target->path, [&] {
-            doBeside("file finisher", [&](const auto &) {
-                target->encoderOf(m_input).finish();
-                target->file.commit();
-            });
-        });
+        traced(logConvert, target->path,
+               [&] { doBeside("file finisher", [&](const auto &) { target->finish(m_input); }); });
     }
 }
 
@@ -62,7 +64,9 @@ void AudioFile::WriteSamples(const QList<qint16> &samples)
         codecs::refuse(QStringLiteral("No file is open for writing"));
     try {
         traced(logConvert, m_target->path, [&] {
-            m_target->encoderOf(m_input).encode(samples.constData(), samples.size() / m_input.channels);
+            const qsizetype frames = samples.size() / m_input.channels;
+            m_target->encoderOf(m_input).encode(samples.constData(), frames);
+            m_target->frames += frames;
         });
     } catch (const RunTimeFailure &) {
         m_target.reset();
@@ -78,14 +82,19 @@ QList<qint16> AudioFile::ReadSamples(qint32 count)
     // lively with the slowest encoder, too.
     const qint32 most = std::max(SampleRate() / 4, 1) * ChannelCount();
     return traced(logConvert, m_sourcePath, [&] {
-        const std::vector<qint16> samples = m_source->read(static_cast<std::size_t>(std::min(count, most)));
+        const std::vector<qint16> samples =
+            m_source->read(static_cast<std::size_t>(std::min(count, most)), m_goOn);
+        if (samples.empty() && m_source->wasDamaged()) {
+            m_status = -RunTimeFailure::DeviceIoError;
+            qCWarning(logConvert).noquote() << m_sourcePath << "is damaged, not all of it could be read";
+        }
         return QList<qint16>(samples.begin(), samples.end());
     });
 }
 
 qint32 AudioFile::DurationSeconds() const
 {
-    return m_source ? m_source->source().seconds() : 0;
+    return m_source ? m_source->seconds() : 0;
 }
 
 qint32 AudioFile::SamplesPerSecond() const
@@ -164,10 +173,21 @@ codecs::Encoder &AudioFile::Target::encoderOf(const codecs::PcmFormat &input)
     return *encoder;
 }
 
+/// The older file stays where the new one isn't as good as its sound.
+void AudioFile::Target::finish(const codecs::PcmFormat &input)
+{
+    encoderOf(input).finish();
+    if (QFileInfo::exists(path)) {
+        file.flush();
+        checkReadBack(file.temporaryPath(), input, frames);
+    }
+    file.commit();
+}
+
 /// All zero without a source.
 codecs::PcmFormat AudioFile::sourceFormat() const
 {
-    return m_source ? m_source->source().format() : codecs::PcmFormat{0, 0};
+    return m_source ? m_source->format() : codecs::PcmFormat{0, 0};
 }
 
 } // namespace audiofile

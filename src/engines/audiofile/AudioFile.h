@@ -8,11 +8,12 @@
 
 namespace audiofile {
 
-/// Files that are read are decoded ahead in a thread. Files that are written take their name when `CloseFile`
-/// finishes them; one that met a failure, or that `DropFile`, another `OpenWrite` or the end of the object
-/// overtakes, is dropped. All failures are RunTimeFailures, for want of memory (7), too, and leave a trace in
-/// the log. All calls come from one thread, whose events without user input go on while `CloseFile` waits for
-/// the encoders and the disk.
+/// Files that are read are opened and decoded ahead in a thread, which is left behind where it hangs. Files
+/// that are written take their name when `CloseFile` finishes them; one that met a failure, or that
+/// `DropFile`, another `OpenWrite` or the end of the object overtakes, is dropped. One that takes the place
+/// of an older file is read back before. All failures are RunTimeFailures, for want of memory (7), too, and
+/// leave a trace in the log. All calls come from one thread, whose events without user input go on while
+/// `CloseFile` waits for the encoders and the disk.
 class AudioFile final : public NCTAudioFile
 {
 public:
@@ -39,6 +40,7 @@ public:
     void SelectWMAProfile(qint32 profile) override;
     /// Nothing to do: all that can be written is on offer always.
     void setExtendedFormats(bool) override {}
+    void setWhileReading(std::function<bool()> goOn) override { m_goOn = std::move(goOn); }
     NCTMP3Options &MP3Options() override { return m_mp3; }
     bool CheckOGGFormat(qint32 rate, qint32 channels, qint32 bitRate, qint32 minimum,
                         qint32 maximum) const override;
@@ -51,11 +53,13 @@ private:
             : path(target), file(target), recipe(std::move(format))
         {}
         codecs::Encoder &encoderOf(const codecs::PcmFormat &input);
+        void finish(const codecs::PcmFormat &input);
 
         const QString path;
         files::WholeFile file;
         const std::shared_ptr<const codecs::EncoderRecipe> recipe;
         std::unique_ptr<codecs::Encoder> encoder;
+        qint64 frames = 0; ///< that it was given
     };
 
     void setOutput(const OutputFormat &format);
@@ -66,6 +70,7 @@ private:
     std::optional<QString> m_sourceText; ///< while it's the source that is described
     qint32 m_status = 0;
     QString m_sourcePath;
+    std::function<bool()> m_goOn;
     std::unique_ptr<ReadAhead> m_source;
     std::unique_ptr<Target> m_target;
     codecs::PcmFormat m_input;

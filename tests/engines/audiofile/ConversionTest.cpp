@@ -163,6 +163,47 @@ TEST(ConversionTest, whatCouldNotBeWrittenWholeIsNoFileEvenIfThereIsRoomAgain)
     EXPECT_TRUE(folder.names().isEmpty());
 }
 
+/// By what name this process reaches the file that is being written into a folder; it may have none there.
+QString fileInTheMaking(const Folder &folder)
+{
+    const QDir open(QStringLiteral("/proc/self/fd"));
+    for (const QString &number : open.entryList(QDir::Files | QDir::System)) {
+        const QString target = QFile::symLinkTarget(open.filePath(number));
+        if (target.startsWith(folder.folder.path() + u'/'))
+            return open.filePath(number);
+    }
+    return {};
+}
+
+TEST(ConversionTest, anOlderFileGivesWayOnlyToOneThatCanBeReadBack)
+{
+    constexpr qint64 Place = 100'000;
+    constexpr qint64 Bytes = 20'000;
+    const Folder folder;
+    const auto sound = testkit::chord(44100, 2, 5 * 44100);
+    const QList<qint16> samples(sound.begin(), sound.end());
+    for (const bool spoiled : {false, true}) {
+        SCOPED_TRACE(spoiled);
+        const QString target = folder.put(QStringLiteral("a.mp3"), "old");
+        AudioFile writer;
+        writer.MP3Options().setCBRBitRate(192);
+        writer.OpenWrite(target);
+        writer.SetInputFormat(44100, 2);
+        QFile made(fileInTheMaking(folder));
+        ASSERT_TRUE(made.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+        for (int i = 0; i < 20 && made.size() < Place + Bytes; ++i)
+            writer.WriteSamples(samples);
+        ASSERT_GT(made.size(), Place + Bytes);
+        if (spoiled) {
+            made.seek(Place);
+            made.write(QByteArray(Bytes, '\0'));
+        }
+        EXPECT_EQ(failureOf([&] { writer.CloseFile(); }), spoiled ? RunTimeFailure::DeviceIoError : 0);
+        EXPECT_EQ(folder.content(QStringLiteral("a.mp3")) == "old", spoiled);
+        EXPECT_EQ(folder.names(), QStringList(QStringLiteral("a.mp3")));
+    }
+}
+
 TEST(ConversionTest, placesThatTakeNoFileGiveANegativeStatus)
 {
     const Folder folder;
