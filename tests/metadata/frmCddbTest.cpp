@@ -369,6 +369,7 @@ TEST_F(frmCddbTest, anotherDiscIsAskedForAndNeverGetsTheTitlesOfTheOneBefore)
     reopen();
     exchangeDiscs();
     type("txtTime", QStringLiteral("77"));
+    type("txtAlbum", QStringLiteral("typed for the disc before"));
     click("OKButton");
     EXPECT_TRUE(window->isUnloaded());
     EXPECT_EQ(record(), before);
