@@ -81,10 +81,10 @@ TEST_F(ConversionFaults, aFileIsMadeWholeOrNotAtAllAndThatIsTold)
                 },
                 [&] { done = convert(source, target, format); },
                 [&](bool failed) {
-                    EXPECT_EQ(failed, !done);
+                    EXPECT_TRUE(failed || done);
                     const QByteArray now = contentOf(target);
                     EXPECT_TRUE(now == old || now.size() == whole.size()) << now.size();
-                    EXPECT_TRUE(failed || now != old);
+                    EXPECT_TRUE(now != old || !done);
                     EXPECT_EQ(namesIn(folder.path()).size(), now == "no file" ? 1 : 2);
                     EXPECT_EQ(contentOf(source), sound);
                 });
@@ -103,7 +103,7 @@ TEST_F(ConversionFaults, aFileThatBecomesItselfAnewIsTheOldOrTheNewOne)
     withEachFault(
         folder.path(), [&] { put(source, sound); }, [&] { done = convert(source, source, format); },
         [&](bool failed) {
-            EXPECT_EQ(failed, !done);
+            EXPECT_TRUE(failed || done);
             EXPECT_TRUE(contentOf(source) == whole || (failed && contentOf(source) == sound));
             EXPECT_EQ(namesIn(folder.path()).size(), 1);
         });

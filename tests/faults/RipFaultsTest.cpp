@@ -127,8 +127,8 @@ TEST_P(RipFaults, eachTrackIsTheOldFileOrTheNewOneAndTroubleIsTold)
     ASSERT_NO_FATAL_FAILURE(start());
     rip();
     ASSERT_FALSE(wasTold()) << words.join(u'\n').toStdString();
-    const QByteArray whole[] = {contentOf(track(1)), contentOf(track(2))};
-    ASSERT_GT(whole[0].size(), 1000);
+    const QByteArray wanted[] = {contentOf(track(1)), contentOf(track(2))};
+    ASSERT_GT(wanted[0].size(), 1000);
     withEachFault(
         folder.chopped(1),
         [&] {
@@ -141,12 +141,18 @@ TEST_P(RipFaults, eachTrackIsTheOldFileOrTheNewOneAndTroubleIsTold)
         [&](bool failed) {
             const QByteArray first = contentOf(track(1));
             const QByteArray second = contentOf(track(2));
-            EXPECT_TRUE(first == "old" || first.size() == whole[0].size()) << first.size();
-            EXPECT_TRUE(second == "no file" || second.size() == whole[1].size()) << second.size();
-            EXPECT_TRUE(failed || (first != "old" && second != "no file"));
-            EXPECT_EQ(failed, wasTold()) << (words + boxes.texts).join(u'\n').toStdString();
+            EXPECT_TRUE(first == "old" || first.size() == wanted[0].size()) << first.size();
+            EXPECT_TRUE(second == "no file" || second.size() == wanted[1].size()) << second.size();
+            // What is missing is told. So may be what only may get lost, as when a folder can't be flushed.
+            const bool whole = first != "old" && second != "no file";
+            EXPECT_TRUE(whole || wasTold()) << (words + boxes.texts).join(u'\n').toStdString();
+            EXPECT_TRUE(failed || (whole && !wasTold()));
             EXPECT_EQ(namesIn(folder).filter(QStringLiteral("part")), QStringList());
-            EXPECT_EQ(namesIn(folder).size(), second == "no file" ? 1 : 2);
+            // A VQF job that is ended leaves the WAV files that are no VQF files yet.
+            QStringList names = namesIn(folder);
+            if (QByteArray(GetParam().ending) == "vqf")
+                names.removeIf([](const QString &name) { return name.endsWith(QStringLiteral(".wav")); });
+            EXPECT_EQ(names.size(), second == "no file" ? 1 : 2);
             EXPECT_EQ(system.log.take().filter(QStringLiteral("end")), QStringList()); // it goes on
             EXPECT_TRUE(program.mainWindow());
         });
