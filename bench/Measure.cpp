@@ -30,7 +30,7 @@ constexpr int TickMilliseconds = 2;
 
 double processorSeconds()
 {
-    return processorSeconds(usage());
+    return processorSeconds(resources());
 }
 
 double childrensProcessorSeconds()
@@ -40,7 +40,7 @@ double childrensProcessorSeconds()
 
 double peakMegabytes()
 {
-    return static_cast<double>(usage().ru_maxrss) * 1024 / 1e6;
+    return static_cast<double>(resources().ru_maxrss) * 1024 / 1e6;
 }
 
 QString machineName()
