@@ -7,7 +7,7 @@
 
 namespace {
 
-rusage usage(int whose = RUSAGE_SELF)
+rusage resources(int whose = RUSAGE_SELF)
 {
     rusage used{};
     getrusage(whose, &used);
@@ -35,7 +35,7 @@ double processorSeconds()
 
 double childrensProcessorSeconds()
 {
-    return processorSeconds(usage(RUSAGE_CHILDREN));
+    return processorSeconds(resources(RUSAGE_CHILDREN));
 }
 
 double peakMegabytes()
