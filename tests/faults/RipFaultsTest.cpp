@@ -36,6 +36,11 @@ struct Format
     int index; ///< of rdFormat
 };
 
+void PrintTo(const Format &format, std::ostream *out)
+{
+    *out << format.ending;
+}
+
 class RipFaults : public ::testing::TestWithParam<Format>
 {
 protected:

@@ -16,6 +16,11 @@ struct Kind
     std::shared_ptr<const codecs::EncoderRecipe> (*recipe)();
 };
 
+void PrintTo(const Kind &kind, std::ostream *out)
+{
+    *out << kind.name;
+}
+
 class TagFaults : public ::testing::TestWithParam<Kind>
 {};
 
