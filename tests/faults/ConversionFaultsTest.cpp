@@ -64,7 +64,9 @@ TEST_F(ConversionFaults, aFileIsMadeWholeOrNotAtAllAndThatIsTold)
         {"wma", [](AudioFile &file) { file.SelectWMAProfile(20); }},
         {"ogg", [](AudioFile &file) { file.SetOGGFormat(44100, 2, 128); }},
     };
-    for (const auto &[ending, format] : formats) {
+    for (const auto &row : formats) {
+        const char *const ending = row.first;
+        const std::function<void(AudioFile &)> &format = row.second;
         SCOPED_TRACE(ending);
         const QString target = folder.filePath(QStringLiteral("target.") + QLatin1StringView(ending));
         put(source, sound);
