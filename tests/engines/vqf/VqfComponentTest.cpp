@@ -36,7 +36,7 @@ QByteArray wavFile(const WavPlan &plan)
         if (plan.tag == 3)
             qToLittleEndian(static_cast<float>(value), sample);
         else if (plan.bits == 8)
-            sample[0] = static_cast<char>(128 + value * 100);
+            sample[0] = static_cast<char>(static_cast<int>(128 + value * 100));
         else
             qToLittleEndian(static_cast<qint32>(value * 2000000000) >> (32 - plan.bits), sample);
         data.append(sample, bytes);
