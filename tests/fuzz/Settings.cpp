@@ -1,6 +1,8 @@
 #include "fuzz/Target.h"
 #include "platform/Profile.h"
 
+#include <QStringEncoder>
+
 // settings.ini as other programs and hands may leave it.
 
 namespace fuzz {
@@ -12,13 +14,12 @@ const QString Key = QStringLiteral("Value");
 
 QByteArrayList profiles()
 {
+    QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
     return {
         "[Program]\nValue=1\nOther = 'x'\n\n; comment\n[Second]\r\nkey=\"\"\r\n",
         "\xef\xbb\xbf[program]\r\nVALUE = a\r\n[Program]\r\nValue=b",
         "Value=outside\n[Program\n[]\n[ Program ]\n=\nValue",
-        QByteArray("\xff\xfe[\0P\0r\0o\0g\0r\0a\0m\0]\0\n\0V\0a\0l\0u\0e\0=\0"
-                   "1\0\n\0",
-                   42),
+        encoder(QStringLiteral("[Program]\nValue=1\n")),
         "[Program]\nValue=\xe4\xf6\n\n\n\n",
     };
 }
