@@ -39,9 +39,9 @@ QString domainOf(const QString &host)
 bool saysSomething(const QString &title)
 {
     // No two parts of the pattern can share a text, so that it costs no more than the text's length.
-    static const QRegularExpression placeholder(QStringLiteral(R"(\A((audio )?track[\s_-]*+\d*+)?\z)"),
-                                                QRegularExpression::CaseInsensitiveOption);
-    return !placeholder.match(title.trimmed()).hasMatch();
+    static const QRegularExpression emptyTitle(QStringLiteral(R"(\A((audio )?track[\s_-]*+\d*+)?\z)"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    return !emptyTitle.match(title.trimmed()).hasMatch();
 }
 
 } // namespace
